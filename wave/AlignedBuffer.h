@@ -1,0 +1,39 @@
+#pragma once
+
+#include "foundation/Realtime.h"
+
+#include <cstddef>
+
+namespace wave {
+
+/// A resizable array of floats for signal data. The start is aligned to 32 bytes, the memory is zero when taken, and
+/// the usable length is rounded up to 32 bytes, so that loops may work in groups of four or eight and touch what lies
+/// behind the last sample.
+class AlignedBuffer {
+public:
+    static constexpr std::size_t alignment = 32;  // bytes
+
+    AlignedBuffer() = default;
+    explicit AlignedBuffer(int initialLength) { resize(initialLength); }
+    AlignedBuffer(const AlignedBuffer&) = delete;
+    AlignedBuffer& operator=(const AlignedBuffer&) = delete;
+    ~AlignedBuffer() { release(); }
+
+    /// Keeps the leading samples, and zeroes what is new. A length below 1 frees the memory. If there is none left,
+    /// `data()` is null and `size()` 0. Thread: not audio.
+    void resize(int newLength);
+
+    float* data() noexcept REALTIME { return samples; }
+    const float* data() const noexcept REALTIME { return samples; }
+    int size() const noexcept REALTIME { return length; }  // in samples
+    float& operator[](int i) noexcept REALTIME { return samples[i]; }
+    float operator[](int i) const noexcept REALTIME { return samples[i]; }
+
+private:
+    void release();
+
+    int length = 0;
+    float* samples = nullptr;
+};
+
+}  // namespace wave
