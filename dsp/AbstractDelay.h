@@ -4,8 +4,8 @@
 
 namespace wave {
 
-/// Reading from the past of a signal. Sample `i` of a read is the signal as it was `delay` samples before sample `i`
-/// of the present sub-block; what was never written reads as 0. Reads cannot fail. Thread: audio.
+/// Reading from the past of a signal. Sample `i` of a read is the signal as it was `delay` samples before
+/// sample `i` of the present sub-block; what was never written reads as 0. Reads cannot fail. Thread: audio.
 class AbstractDelay {
 public:
     virtual ~AbstractDelay() = default;

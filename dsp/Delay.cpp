@@ -9,11 +9,15 @@ namespace wave {
 
 int Delay::lengthFor(const Environment& environment, int longestDelay)
 {
-    return static_cast<int>(std::bit_ceil(static_cast<unsigned>(std::max(environment.maxBlockSize() + longestDelay, 1))));
+    return static_cast<int>(
+        std::bit_ceil(static_cast<unsigned>(std::max(environment.maxBlockSize() + longestDelay, 1))));
 }
 
 Delay::Delay(Environment& owner, int longestDelay)
-    : environment(owner), longest(longestDelay), ring(lengthFor(owner, longestDelay)), mask(ring.size() - 1),
+    : environment(owner),
+      longest(longestDelay),
+      ring(lengthFor(owner, longestDelay)),
+      mask(ring.size() - 1),
       readBase(ring.size())
 {}
 

@@ -12,8 +12,8 @@ namespace wave {
 ///     | w w w w w w | 0 . . . . . . . . . . . . . . . . |      while it fills for the first time
 ///     | n n n n n n | o o o o o o o o o o o o o o o o o |      later: n new, o old
 ///
-/// Places at or above `filled` hold leftovers from before the last clear, except the first one, which is kept 0 for
-/// reads between the samples.
+/// Places at or above `filled` hold leftovers from before the last clear, except the first one, which is kept
+/// 0 for reads between the samples.
 class Delay : public Component, public AbstractDelay {
 public:
     /// @param longestDelay  samples
@@ -26,12 +26,12 @@ public:
 
     /// Forgets everything, without touching the memory.
     void clear() noexcept REALTIME;
-    /// Appends `count` samples. What isn't a number becomes 0 and what is beyond `ceiling` is held there, so that a
-    /// loop that runs away stays finite.
+    /// Appends `count` samples. What isn't a number becomes 0 and what is beyond `ceiling` is held there, so
+    /// that a loop that runs away stays finite.
     void write(const float* samples, int count) noexcept REALTIME;
 
-    /// Where reads count from. Before the write of a block: `ReadBeforeWrite`, `count` samples of it still to come;
-    /// after it: 0.
+    /// Where reads count from. Before the write of a block: `ReadBeforeWrite`, `count` samples of it still to
+    /// come; after it: 0.
     void setUnwritten(int count) noexcept REALTIME { readBase = ring.size() + count; }
 
     void read(int delay, float* out, int count) noexcept REALTIME override;
@@ -48,8 +48,8 @@ private:
     int longest;
     AlignedBuffer ring;
     int mask;
-    int filled = 0;      // samples written since the last clear, up to the ring's length and a block
-    int readBase;        // added to `writeIndex`: one past the newest sample that reads may see
+    int filled = 0;  // samples written since the last clear, up to the ring's length and a block
+    int readBase;    // added to `writeIndex`: one past the newest sample that reads may see
     int writeIndex = 0;
 };
 

@@ -5,10 +5,11 @@
 
 namespace wave {
 
-/// A delay as a component that may sit in a feedback loop: a pull answers from the past, without looking at the
-/// input; the input is taken in the second pass, when the rest of the graph has run.
+/// A delay as a component that may sit in a feedback loop: a pull answers from the past, without looking at
+/// the input; the input is taken in the second pass, when the rest of the graph has run.
 ///
-/// A sub-block that doesn't begin where the last one ended, or that comes after a reset, finds the delay empty.
+/// A sub-block that doesn't begin where the last one ended, or that comes after a reset, finds the delay
+/// empty.
 class DelayFilterBase : public FilterBase {
 public:
     DelayFilterBase(Environment& owner, int longestDelay);

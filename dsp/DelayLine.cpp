@@ -11,9 +11,14 @@ constexpr float typeFadeMs = 20.0f;
 }  // namespace
 
 DelayLine::DelayLine(wave::Environment& owner)
-    : DelayLineBase(owner, longestDelayMs), delayTime(owner, 0.0f),
-      interpretation(DelayInterpretation::Milliseconds, this), readType(ReadType::Tape, this),
-      smoothing(true, this), smoother(owner), stretch(owner, *this), fadingBlock(owner)
+    : DelayLineBase(owner, longestDelayMs),
+      delayTime(owner, 0.0f),
+      interpretation(DelayInterpretation::Milliseconds, this),
+      readType(ReadType::Tape, this),
+      smoothing(true, this),
+      smoother(owner),
+      stretch(owner, *this),
+      fadingBlock(owner)
 {
     registerForReset();
     runAlways(0);
@@ -75,7 +80,8 @@ void DelayLine::filter(wave::Block*, wave::Block* out, int count, int) noexcept
 
 float DelayLine::samplesPerUnit() const noexcept
 {
-    return interpretation.value() == DelayInterpretation::Milliseconds ? environment().sampleRate() * 0.001f : 1.0f;
+    return interpretation.value() == DelayInterpretation::Milliseconds ? environment().sampleRate() * 0.001f
+                                                                       : 1.0f;
 }
 
 int DelayLine::wholeSamples(float time) const noexcept
@@ -91,7 +97,8 @@ bool DelayLine::isSettled(int delaySamples) const noexcept
         return false;
     if (smoothing.value() && !smoother.isFresh() && !smoother.isAt(delaySamples))
         return false;
-    // Heads that stand a sample off, as they do when the time comes from below, first fade to the right place.
+    // Heads that stand a sample off, as they do when the time comes from below, first fade to the right
+    // place.
     return activeType != ReadType::Stretch || stretch.isSettledAt(delaySamples);
 }
 

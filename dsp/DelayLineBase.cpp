@@ -3,11 +3,15 @@
 #include <algorithm>
 
 DelayLineBase::DelayLineBase(wave::Environment& owner, float longest)
-    : DelayFilterBase(owner, static_cast<int>(owner.sampleRate() * (longest * 0.001))), scratch(owner),
+    : DelayFilterBase(owner, static_cast<int>(owner.sampleRate() * (longest * 0.001))),
+      scratch(owner),
       longestMs(longest)
 {}
 
-void DelayLineBase::read(int delaySamples, float* out, int count) noexcept { delay.read(delaySamples, out, count); }
+void DelayLineBase::read(int delaySamples, float* out, int count) noexcept
+{
+    delay.read(delaySamples, out, count);
+}
 
 void DelayLineBase::readLinear(const float* delays, float* out, int count) noexcept
 {

@@ -19,7 +19,8 @@ public:
     void reset() noexcept REALTIME override;
 
 protected:
-    /// Reads at a whole delay; a change of it fades over to the new place in 200 ms. A change during a fade waits.
+    /// Reads at a whole delay; a change of it fades over to the new place in 200 ms. A change during a fade
+    /// waits.
     void readCrossfading(int delaySamples, float* out, int count) noexcept REALTIME;
 
     wave::Block scratch;

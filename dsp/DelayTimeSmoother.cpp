@@ -17,9 +17,13 @@ void DelayTimeSmoother::start(double delay) noexcept
     position = delay;
 }
 
-bool DelayTimeSmoother::isAt(int delay) const noexcept { return std::fabs(position - delay) < 0.0010000000474974513; }
+bool DelayTimeSmoother::isAt(int delay) const noexcept
+{
+    return std::fabs(position - delay) < 0.0010000000474974513;
+}
 
-void DelayTimeSmoother::chase(const float* times, float scale, float offset, float* delays, int count) noexcept
+void DelayTimeSmoother::chase(const float* times, float scale, float offset, float* delays,
+                              int count) noexcept
 {
     if (fresh)
         start(std::trunc(scale * times[0] + offset));

@@ -2,8 +2,8 @@
 
 #include "wave/Environment.h"
 
-/// Chases a delay time as the motor of a tape would: a critically damped two-pole low-pass of 5 Hz on the delay in
-/// samples, aiming at whole samples. Thread: audio.
+/// Chases a delay time as the motor of a tape would: a critically damped two-pole low-pass of 5 Hz on the
+/// delay in samples, aiming at whole samples. Thread: audio.
 class DelayTimeSmoother {
 public:
     explicit DelayTimeSmoother(wave::Environment& owner) : environment(owner) { reset(); }

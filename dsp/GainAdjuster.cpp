@@ -25,7 +25,8 @@ void GainAdjuster::filter(wave::Block* in, wave::Block* out, int count, int) noe
     out->setConstant(in->isConstant() && gains.isConstant());
 }
 
-void GainAdjuster::holdLevel(const wave::Block& in, const wave::Block& gains, wave::Block& out, int count) noexcept
+void GainAdjuster::holdLevel(const wave::Block& in, const wave::Block& gains, wave::Block& out,
+                             int count) noexcept
 {
     const wave::Block& before = delayLevel->pull(count);
     const wave::Block& behind = filterLevel->pull(count);

@@ -3,8 +3,8 @@
 #include "foundation/Property.h"
 #include "wave/MultiProducer.h"
 
-/// Codes two channels into mid and side, or back. Mid is the mean of the channels; a positive side means that the
-/// second channel is louder. Encoding and decoding in a row give the input back. Thread: audio.
+/// Codes two channels into mid and side, or back. Mid is the mean of the channels; a positive side means that
+/// the second channel is louder. Encoding and decoding in a row give the input back. Thread: audio.
 class MidSideConverter : public wave::MultiFilter {
 public:
     enum class Conversion { None, Encode, Decode };

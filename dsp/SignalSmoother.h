@@ -3,8 +3,8 @@
 #include "foundation/Property.h"
 #include "wave/Filter.h"
 
-/// Follows a signal through a critically damped two-pole low-pass. Once it has settled on a constant signal it shows
-/// that signal's own block. Thread: audio.
+/// Follows a signal through a critically damped two-pole low-pass. Once it has settled on a constant signal
+/// it shows that signal's own block. Thread: audio.
 class SignalSmoother : public wave::Filter, public PropertyOwner {
 public:
     enum class SmoothMethod { Copy, Rectify };  // Rectify follows the level: the absolute value

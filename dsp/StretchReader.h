@@ -3,8 +3,9 @@
 #include "dsp/AbstractDelay.h"
 #include "wave/Environment.h"
 
-/// Reads a delay whose time changes without changing the pitch: two heads stand at whole-sample delays; while one
-/// fades out, the other has been put where the delay time was when the fade began. A fade takes 85 ms. Thread: audio.
+/// Reads a delay whose time changes without changing the pitch: two heads stand at whole-sample delays; while
+/// one fades out, the other has been put where the delay time was when the fade began. A fade takes 85 ms.
+/// Thread: audio.
 class StretchReader {
 public:
     StretchReader(wave::Environment& owner, wave::AbstractDelay& readLine);
@@ -23,8 +24,8 @@ private:
     wave::Environment& environment;
     wave::AbstractDelay& line;
     float inverseLength = 1.0f;
-    int length = 1;      // of a fade, in samples
-    int position = 0;    // in the fade, in samples
-    int head = -1;       // the one that fades out; -1 before the first read
+    int length = 1;                // of a fade, in samples
+    int position = 0;              // in the fade, in samples
+    int head = -1;                 // the one that fades out; -1 before the first read
     int headDelays[2] = {-1, -1};  // samples; -1 not placed
 };

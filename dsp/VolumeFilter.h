@@ -3,7 +3,8 @@
 #include "wave/Filter.h"
 #include "wave/FloatParameterSource.h"
 
-/// A gain stage that is free at 0 and at 1: silence isn't computed, and unity is the input's own block. Thread: audio.
+/// A gain stage that is free at 0 and at 1: silence isn't computed, and unity is the input's own block.
+/// Thread: audio.
 class VolumeFilter : public wave::Filter {
 public:
     explicit VolumeFilter(wave::Environment& owner) : Filter(owner), level(owner, 1.0f) {}

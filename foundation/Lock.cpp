@@ -15,4 +15,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<CriticalSection> CriticalSection::create() { return std::make_unique<PosixCriticalSection>(); }
+std::unique_ptr<CriticalSection> CriticalSection::create()
+{
+    return std::make_unique<PosixCriticalSection>();
+}

@@ -13,13 +13,14 @@
 
 /// A first-in first-out queue for any number of producers and consumers, without locks.
 ///
-/// The nodes lie in an array and point at each other by links: 16 bits of node index, and above them 16 bits of a
-/// counter that every exchange raises, so that a node that came back in the meantime isn't taken for the one that was
-/// seen before. Node 0 holds no data: its index ends a chain.
+/// The nodes lie in an array and point at each other by links: 16 bits of node index, and above them 16 bits
+/// of a counter that every exchange raises, so that a node that came back in the meantime isn't taken for the
+/// one that was seen before. Node 0 holds no data: its index ends a chain.
 ///
 ///   head -> spent -> oldest -> ... -> newest <- tail          free -> node -> node -> 0
 ///
-/// The array grows in pieces that never move: piece 0 has the initial nodes, each next one as many as all before.
+/// The array grows in pieces that never move: piece 0 has the initial nodes, each next one as many as all
+/// before.
 template <class T>
 class LockFreeQueue {
     static_assert(std::is_trivially_copyable_v<T>);
@@ -29,8 +30,8 @@ public:
     /// @param nodeLimit     the most nodes there may be, at most 65536
     LockFreeQueue(std::uint32_t initialNodes, std::uint32_t nodeLimit);
 
-    /// Appends a copy of `value`. Returns 0, and drops it, when all nodes up to the limit are in use. Thread: any;
-    /// takes a lock and allocates only when the nodes so far are used up.
+    /// Appends a copy of `value`. Returns 0, and drops it, when all nodes up to the limit are in use. Thread:
+    /// any; takes a lock and allocates only when the nodes so far are used up.
     int push(const T& value) noexcept;
 
     /// Takes the oldest value. False if there is none. Thread: any.
@@ -42,7 +43,8 @@ private:
 
     struct Node {
         std::atomic<Link> next{0};
-        // Words, as a slow reader may still look at a node that is being written anew; it then discards the value.
+        // Words, as a slow reader may still look at a node that is being written anew; it then discards the
+        // value.
         std::array<std::atomic<std::uint32_t>, wordCount> payload{};
     };
 

@@ -9,7 +9,10 @@ void NotifyEvent::setHandler(std::unique_ptr<Handler> newHandler)
         removed.push_back(std::move(newHandler));
 }
 
-void NotifyEvent::addHandler(std::unique_ptr<Handler> newHandler) { handlers.push_back(std::move(newHandler)); }
+void NotifyEvent::addHandler(std::unique_ptr<Handler> newHandler)
+{
+    handlers.push_back(std::move(newHandler));
+}
 
 void NotifyEvent::removeHandler(const Handler& probe)
 {

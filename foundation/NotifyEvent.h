@@ -61,8 +61,8 @@ public:
     void addHandler(std::unique_ptr<Handler> newHandler);
     /// Removes the handler added last of those that equal `probe`: one only.
     void removeHandler(const Handler& probe);
-    /// Calls the primary handler, then the further ones from the last to the first. A handler may remove itself
-    /// or others; a removed one isn't called any more.
+    /// Calls the primary handler, then the further ones from the last to the first. A handler may remove
+    /// itself or others; a removed one isn't called any more.
     void fire(void* argument = nullptr);
 
 private:

@@ -4,8 +4,8 @@
 
 class NotifyEvent;
 
-/// Batches the change reports of an object: between `beginUpdate` and `endUpdate` any number of `changed()` calls
-/// give one `update()` at the end. A change made during `update()` gives no further round.
+/// Batches the change reports of an object: between `beginUpdate` and `endUpdate` any number of `changed()`
+/// calls give one `update()` at the end. A change made during `update()` gives no further round.
 class UpdatedObject {
 public:
     /// An event that waits for the end of the update.

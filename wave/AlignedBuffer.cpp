@@ -14,7 +14,8 @@ void AlignedBuffer::resize(int newLength)
         release();
         return;
     }
-    const std::size_t bytes = (static_cast<std::size_t>(newLength) * sizeof(float) + alignment - 1) & ~(alignment - 1);
+    const std::size_t bytes =
+        (static_cast<std::size_t>(newLength) * sizeof(float) + alignment - 1) & ~(alignment - 1);
     auto* fresh = static_cast<float*>(::operator new(bytes, std::align_val_t(alignment), std::nothrow));
     const int kept = fresh ? std::min(length, newLength) : 0;
     if (fresh) {

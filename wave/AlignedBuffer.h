@@ -6,9 +6,9 @@
 
 namespace wave {
 
-/// A resizable array of floats for signal data. The start is aligned to 32 bytes, the memory is zero when taken, and
-/// the usable length is rounded up to 32 bytes, so that loops may work in groups of four or eight and touch what lies
-/// behind the last sample.
+/// A resizable array of floats for signal data. The start is aligned to 32 bytes, the memory is zero when
+/// taken, and the usable length is rounded up to 32 bytes, so that loops may work in groups of four or eight
+/// and touch what lies behind the last sample.
 class AlignedBuffer {
 public:
     static constexpr std::size_t alignment = 32;  // bytes
@@ -19,8 +19,8 @@ public:
     AlignedBuffer& operator=(const AlignedBuffer&) = delete;
     ~AlignedBuffer() { release(); }
 
-    /// Keeps the leading samples, and zeroes what is new. A length below 1 frees the memory. If there is none left,
-    /// `data()` is null and `size()` 0. Thread: not audio.
+    /// Keeps the leading samples, and zeroes what is new. A length below 1 frees the memory. If there is none
+    /// left, `data()` is null and `size()` 0. Thread: not audio.
     void resize(int newLength);
 
     float* data() noexcept REALTIME { return samples; }

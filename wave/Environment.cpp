@@ -59,8 +59,10 @@ void Environment::setSampleRate(float newRate)
 
 bool Environment::isIdle() const noexcept
 {
-    return std::all_of(resettables.begin(), resettables.end(), [](const Producer* p) { return p->isIdle(); }) &&
-           std::all_of(children.begin(), children.end(), [](const Child& c) { return c.environment->isIdle(); });
+    return std::all_of(resettables.begin(), resettables.end(),
+                       [](const Producer* p) { return p->isIdle(); }) &&
+           std::all_of(children.begin(), children.end(),
+                       [](const Child& c) { return c.environment->isIdle(); });
 }
 
 void Environment::addChild(Environment& child, int rateFactor)

@@ -13,17 +13,18 @@ namespace wave {
 
 class Producer;
 
-/// What the components of one engine share: the clock, the sample rate, the block limit, and the lists of those that
-/// run in every block or hold state. It outlives them. Thread: audio, except construction and destruction.
+/// What the components of one engine share: the clock, the sample rate, the block limit, and the lists of
+/// those that run in every block or hold state. It outlives them. Thread: audio, except construction and
+/// destruction.
 class Environment {
 public:
     static constexpr int blockLimit = 128;  // samples
 
     enum class Reset {
-        Enabled = 0,       // the clock's marks, and every enabled component with state
-        Everything = 1,    // the same for disabled components
-        Soft = 2,          // parameters jump to their targets; signal state stays
-        EnabledHere = 3,   // as Enabled, without the children
+        Enabled = 0,      // the clock's marks, and every enabled component with state
+        Everything = 1,   // the same for disabled components
+        Soft = 2,         // parameters jump to their targets; signal state stays
+        EnabledHere = 3,  // as Enabled, without the children
     };
     /// What a component is told when `run` calls it. A pull tells it `Pulled`.
     enum RunFlags { Pulled = 0, Unread = 1, SecondPass = 2 };
@@ -34,8 +35,8 @@ public:
     ~Environment() = default;
 
     int maxBlockSize() const noexcept REALTIME { return blockLimit; }
-    float sampleRate() const noexcept REALTIME { return rate; }         // Hz
-    std::uint64_t now() const noexcept REALTIME { return clock; }       // samples since construction
+    float sampleRate() const noexcept REALTIME { return rate; }    // Hz
+    std::uint64_t now() const noexcept REALTIME { return clock; }  // samples since construction
     std::uint64_t softResetTime() const noexcept REALTIME { return lastSoftReset; }
     std::uint64_t hardResetTime() const noexcept REALTIME { return lastHardReset; }
     std::uint32_t generationNumber() const noexcept REALTIME { return generation; }
@@ -43,12 +44,15 @@ public:
     /// Always zero, flagged constant. What silent components point at.
     Block& silentBlock() noexcept REALTIME { return silence; }
     /// Two blocks that any component may use within one call.
-    Block& scratchBlock(int index) noexcept REALTIME { return *scratchBlocks[static_cast<std::size_t>(index)]; }
+    Block& scratchBlock(int index) noexcept REALTIME
+    {
+        return *scratchBlocks[static_cast<std::size_t>(index)];
+    }
 
     /// Opens a sub-block: everything that is pulled from now on computes anew.
     void nextGeneration() noexcept REALTIME;
-    /// Closes a sub-block of `count` samples: scheduled components that nobody read run, delay lines take their
-    /// input, the clock moves on. With `skipSchedule` only the clock moves.
+    /// Closes a sub-block of `count` samples: scheduled components that nobody read run, delay lines take
+    /// their input, the clock moves on. With `skipSchedule` only the clock moves.
     void run(int count, bool skipSchedule) noexcept REALTIME;
     void reset(Reset kind) noexcept REALTIME;
     /// Components hear of a new rate as a reset. The present rate does nothing. Thread: main, engine at rest.

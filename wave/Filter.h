@@ -10,13 +10,14 @@ public:
     using Producer::Producer;
 
 protected:
-    /// @param in, out  `count` samples; `out` is the component's own block. `in` is null where `generate` doesn't
+    /// @param in, out  `count` samples; `out` is the component's own block. `in` is null where `generate`
+    /// doesn't
     ///                 pull the input first.
     virtual void filter(Block* in, Block* out, int count, int flags) noexcept REALTIME = 0;
 };
 
-/// A filter that pulls its input before it works. It may show the input's block, or the silent one, instead of
-/// writing its own.
+/// A filter that pulls its input before it works. It may show the input's block, or the silent one, instead
+/// of writing its own.
 class Filter : public FilterBase {
 public:
     using FilterBase::FilterBase;

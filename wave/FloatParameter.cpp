@@ -13,8 +13,13 @@ float fraction(float x) noexcept { return x - std::trunc(x); }
 }  // namespace
 
 FloatParameter::FloatParameter(wave::Environment& owner, float initial)
-    : environment(owner), block(owner), rampStart(initial), maximum(std::max(initial, 1.0f)),
-      minimum(std::min(initial, 0.0f)), span(maximum - minimum), targetValue(initial)
+    : environment(owner),
+      block(owner),
+      rampStart(initial),
+      maximum(std::max(initial, 1.0f)),
+      minimum(std::min(initial, 0.0f)),
+      span(maximum - minimum),
+      targetValue(initial)
 {}
 
 void FloatParameter::setRange(float newMinimum, float newMaximum, float newSpan) noexcept
@@ -73,7 +78,8 @@ void FloatParameter::turnTheShortWay(float from, float to) noexcept
 
 float FloatParameter::automaticRampMs(float delta) const noexcept
 {
-    // From 30 % of the range on a step is quick; below, the time grows with the square of what is missing to 30 %.
+    // From 30 % of the range on a step is quick; below, the time grows with the square of what is missing to
+    // 30 %.
     const float t = std::max(0.3f - std::fabs(delta) / span, 0.0f);
     return (slowRampMs - fastRampMs) * t * (t * 11.111111f) + fastRampMs;
 }

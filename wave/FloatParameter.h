@@ -3,8 +3,8 @@
 #include "foundation/ValueAssignable.h"
 #include "wave/Producer.h"
 
-/// A scalar value as a signal. A new value is reached on a linear ramp: a large step in `fastRampMs`, a tiny one in
-/// `slowRampMs`. A parameter that nobody reads, or that was just reset, jumps. Thread: audio.
+/// A scalar value as a signal. A new value is reached on a linear ramp: a large step in `fastRampMs`, a tiny
+/// one in `slowRampMs`. A parameter that nobody reads, or that was just reset, jumps. Thread: audio.
 class FloatParameter : public wave::Component, public ValueAssignable<float> {
 public:
     /// Asks `setValue` for the ramp that fits the step.
@@ -21,15 +21,18 @@ public:
     /// Above 0 the value is circular, and ramps take the short way round.
     void setWrapPeriod(float period) noexcept REALTIME { wrapPeriod = period; }
 
-    /// For a parameter whose owner reads it in every sub-block and wants its ramps whatever is reset meanwhile.
+    /// For a parameter whose owner reads it in every sub-block and wants its ramps whatever is reset
+    /// meanwhile.
     void setFreeRunning() noexcept REALTIME { freeRunning = true; }
 
     /// Sets the target, clamped to the range. A change of no more than the float epsilon is dropped.
-    /// @param rampMs  0 jumps, a positive time ramps, a negative one (automaticRamp) lets the parameter choose
+    /// @param rampMs  0 jumps, a positive time ramps, a negative one (automaticRamp) lets the parameter
+    /// choose
     void setValue(float value, float rampMs) noexcept REALTIME;
     void assign(float value) noexcept REALTIME override { setValue(value, automaticRamp); }
 
-    /// The signal of this sub-block. For a reader that comes by in every block; time that went by unread is skipped.
+    /// The signal of this sub-block. For a reader that comes by in every block; time that went by unread is
+    /// skipped.
     wave::Block& render(int count) noexcept REALTIME;
     /// The step inside `render`, for a caller that has accounted for the time itself.
     wave::Block& renderContinuing(int count) noexcept REALTIME;
@@ -48,9 +51,9 @@ private:
     float wrapPeriod = 0.0f;
     bool freeRunning = false;
     wave::Block block;
-    int filled = 0;         // samples of `block` that hold the target, while no ramp runs
-    int rampPosition = 0;   // samples
-    int rampLength = 0;     // samples
+    int filled = 0;        // samples of `block` that hold the target, while no ramp runs
+    int rampPosition = 0;  // samples
+    int rampLength = 0;    // samples
     float rampStart;
     float rampStep = 0.0f;  // per sample
     float maximum;

@@ -10,4 +10,7 @@ FloatParameterForwarder::FloatParameterForwarder(wave::Environment& owner, Float
     : Source(owner, OwnBlock::None), parameter(shown)
 {}
 
-void FloatParameterForwarder::generate(wave::Block*, int count, int) noexcept { show(parameter.render(count)); }
+void FloatParameterForwarder::generate(wave::Block*, int count, int) noexcept
+{
+    show(parameter.render(count));
+}

@@ -28,8 +28,8 @@ private:
     FloatParameter& parameter;
 };
 
-/// The input of a component that a parameter feeds and a modulation may take over: `current` is what the component
-/// reads, at first the parameter in here.
+/// The input of a component that a parameter feeds and a modulation may take over: `current` is what the
+/// component reads, at first the parameter in here.
 class FloatParameterBus : public ValueAssignable<float> {
 public:
     FloatParameterBus(wave::Environment& owner, float initial) : source(owner, initial), current(&source) {}

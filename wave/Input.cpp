@@ -32,7 +32,8 @@ void Input::generate(Block* block, int count, int) noexcept
 void Input::skipUnread() noexcept
 {
     const std::uint64_t behind = environment().now() - readTime;
-    const int skipped = static_cast<int>(std::min<std::uint64_t>(behind, static_cast<std::uint64_t>(samplesLeft)));
+    const int skipped =
+        static_cast<int>(std::min<std::uint64_t>(behind, static_cast<std::uint64_t>(samplesLeft)));
     readPointer += skipped;
     samplesLeft -= skipped;
     readTime = environment().now();

@@ -9,13 +9,13 @@ class Input : public Producer {
 public:
     using Producer::Producer;
 
-    /// Sets the samples that lie ahead of the present clock, valid until the next call. `samples` may be null:
-    /// silence.
+    /// Sets the samples that lie ahead of the present clock, valid until the next call. `samples` may be
+    /// null: silence.
     void setBuffer(const float* samples, int count) noexcept REALTIME;
 
 protected:
-    /// Copies what is due now. What isn't a finite number becomes 0, and so does a denormal: neither may enter a
-    /// feedback loop.
+    /// Copies what is due now. What isn't a finite number becomes 0, and so does a denormal: neither may
+    /// enter a feedback loop.
     void generate(Block* block, int count, int flags) noexcept REALTIME override;
 
 private:

@@ -30,7 +30,8 @@ float MultiProducer::currentValue(int outputIndex) noexcept
 }
 
 MultiFilter::MultiFilter(Environment& owner, int channelCount)
-    : MultiProducer(owner, channelCount), inputBlocks(static_cast<std::size_t>(channelCount), nullptr),
+    : MultiProducer(owner, channelCount),
+      inputBlocks(static_cast<std::size_t>(channelCount), nullptr),
       inputs(static_cast<std::size_t>(channelCount), nullptr)
 {}
 

@@ -34,7 +34,8 @@ public:
     Environment& environment() const noexcept REALTIME { return env; }
 
 protected:
-    /// @param blocks  one per output: its own block at first. Writes `count` samples to each, or replaces the entry
+    /// @param blocks  one per output: its own block at first. Writes `count` samples to each, or replaces the
+    /// entry
     ///                by the block to show.
     virtual void generate(Block** blocks, int count, int flags) noexcept REALTIME = 0;
 

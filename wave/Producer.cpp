@@ -3,7 +3,8 @@
 namespace wave {
 
 Producer::Producer(Environment& owner, OwnBlock ownBlockKind)
-    : env(owner), own(ownBlockKind == OwnBlock::Make ? std::make_unique<Block>(owner) : nullptr),
+    : env(owner),
+      own(ownBlockKind == OwnBlock::Make ? std::make_unique<Block>(owner) : nullptr),
       current(&owner.silentBlock())
 {
     env.componentAdded();

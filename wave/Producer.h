@@ -15,8 +15,8 @@ public:
     virtual ~Component() = default;
 };
 
-/// A component with one output signal. Whoever reads the signal pulls it; it is computed at most once in a sub-block,
-/// however many read it. All pulls of one sub-block ask for the same count.
+/// A component with one output signal. Whoever reads the signal pulls it; it is computed at most once in a
+/// sub-block, however many read it. All pulls of one sub-block ask for the same count.
 class Producer : public Component {
 public:
     enum class OwnBlock { Make, None };
@@ -63,8 +63,9 @@ protected:
 
     /// Components with state call this in their constructor.
     void registerForReset();
-    /// Runs the component in every sub-block: order 0 in the second pass, before all others; order 1 next, if nobody
-    /// read it; any other order last, if nobody read it. A second call changes the order. Thread: main.
+    /// Runs the component in every sub-block: order 0 in the second pass, before all others; order 1 next, if
+    /// nobody read it; any other order last, if nobody read it. A second call changes the order. Thread:
+    /// main.
     void runAlways(int newOrder);
 
 private:

@@ -26,7 +26,8 @@ struct LineFixture : GraphFixture {
         source = std::make_unique<FunctionProducer>(environment, playing(std::move(signal)));
         line.input = source.get();
     }
-    /// Plays a 1 kHz tone at a delay of `from` ms that jumps to `to` ms after a second; the result begins there.
+    /// Plays a 1 kHz tone at a delay of `from` ms that jumps to `to` ms after a second; the result begins
+    /// there.
     std::vector<float> jump(float from, float to, int samples, int blockSize = 128)
     {
         play(signals::sine(tone, environment.sampleRate(), 48000u + static_cast<std::size_t>(samples)));
@@ -71,12 +72,14 @@ TEST(DelayLine, WaitsForTheWholeSamplesOfItsTimeAtEveryRate)
     for (const auto& [rate, ms, samples] :
          {Row{48000.0f, 100.0f, 4800}, Row{44100.0f, 100.01f, 4410}, Row{44100.0f, 5.0f, 220},
           Row{96000.0f, 5000.0f, 480000}, Row{192000.0f, 350.0f, 67200}}) {
-        for (auto type : {DelayLine::ReadType::Tape, DelayLine::ReadType::Stretch, DelayLine::ReadType::Crossfade}) {
+        for (auto type :
+             {DelayLine::ReadType::Tape, DelayLine::ReadType::Stretch, DelayLine::ReadType::Crossfade}) {
             LineFixture fixture(rate);
             fixture.line.readType.assign(type);
             fixture.ms = ms;
             fixture.play(signals::impulse(1000, 700));
-            const std::vector<float> out = fixture.render(fixture.line, static_cast<int>(samples) + 1000, 100);
+            const std::vector<float> out =
+                fixture.render(fixture.line, static_cast<int>(samples) + 1000, 100);
             std::vector<float> expected(out.size(), 0.0f);
             expected[700 + samples] = 1.0f;
             EXPECT_EQ(out, expected) << rate << " Hz, " << ms << " ms";
@@ -104,7 +107,8 @@ TEST(DelayLine, GlidesAlongTheCriticallyDampedCurveInTapeMode)
 
 TEST(DelayLine, BendsThePitchInTapeModeAndKeepsItInStretchMode)
 {
-    // 100 to 120 ms: the fastest glide is E w / e with w = 10 pi, after 1/w = 31.8 ms; the pitch falls by that part.
+    // 100 to 120 ms: the fastest glide is E w / e with w = 10 pi, after 1/w = 31.8 ms; the pitch falls by
+    // that part.
     const double slowest = tone * (1.0 - 960.0 * 10.0 * pi / std::exp(1.0) / 48000.0);
     LineFixture tape;
     const std::vector<float> bent = tape.jump(100.0f, 120.0f, 48000);
@@ -123,14 +127,16 @@ TEST(DelayLine, MakesNoStepWhenItsTimeJumpsAndEndsAtTheExactSample)
     struct Row {
         float from, to;
     };
-    for (auto type : {DelayLine::ReadType::Tape, DelayLine::ReadType::Stretch, DelayLine::ReadType::Crossfade}) {
+    for (auto type :
+         {DelayLine::ReadType::Tape, DelayLine::ReadType::Stretch, DelayLine::ReadType::Crossfade}) {
         // From below the time settles on its last sample in the end only.
         for (const auto& [from, to] : {Row{100.0f, 120.0f}, Row{120.0f, 100.0f}, Row{5.0f, 7.0f}}) {
             LineFixture fixture;
             fixture.line.readType.assign(type);
             const std::vector<float> out = fixture.jump(from, to, 96000);
             // A glide of 23 % steepens the tone by as much; fades add a thousandth a sample.
-            EXPECT_LT(signals::largestStep(out, 0, out.size()), toneStep * 1.25 + 0.002) << from << " to " << to;
+            EXPECT_LT(signals::largestStep(out, 0, out.size()), toneStep * 1.25 + 0.002)
+                << from << " to " << to;
             const auto delay = static_cast<std::size_t>(to * 48.0f);
             const std::vector<float> in = signals::sine(tone, 48000.0, 144000);
             for (std::size_t i = 90000; i < 96000; ++i)
@@ -150,7 +156,8 @@ TEST(DelayLine, FadesBetweenTapeAndStretchWhileTheTimeMoves)
             // To and fro, also faster than a fade takes.
             const auto moved = static_cast<int>(now) - 48000 - firstSwitch;
             const bool stretches = moved >= 0 && (moved / 600) % 2 == 0;
-            fixture.line.readType.assign(stretches ? DelayLine::ReadType::Stretch : DelayLine::ReadType::Tape);
+            fixture.line.readType.assign(stretches ? DelayLine::ReadType::Stretch
+                                                   : DelayLine::ReadType::Tape);
         };
         const std::vector<float> out = fixture.render(fixture.line, 30000, 100, before);
         // 20 ms of fade between two tones of full scale adds at most 2/960 a sample.
@@ -160,7 +167,8 @@ TEST(DelayLine, FadesBetweenTapeAndStretchWhileTheTimeMoves)
 
 TEST(DelayLine, TakesAJumpBetweenConstantTimesAsAGlideToo)
 {
-    // The very first block is constant, and so is the first one after the jump: no sample of it may be elsewhere.
+    // The very first block is constant, and so is the first one after the jump: no sample of it may be
+    // elsewhere.
     LineFixture fixture;
     const std::vector<float> out = fixture.jump(350.0f, 500.0f, 128);
     const std::vector<float> in = signals::sine(tone, 48000.0, 60000);
@@ -189,8 +197,8 @@ TEST(DelayLine, StartsAtItsTimeAfterAGap)
     fixture.render(fixture.line, 1);
     fixture.skip(128);
     fixture.ms = 50.0f;
-    fixture.source = std::make_unique<FunctionProducer>(fixture.environment,
-                                                        [](std::uint64_t t) { return t == 129 ? 1.0f : 0.0f; });
+    fixture.source = std::make_unique<FunctionProducer>(
+        fixture.environment, [](std::uint64_t t) { return t == 129 ? 1.0f : 0.0f; });
     fixture.line.input = fixture.source.get();
     EXPECT_EQ(fixture.render(fixture.line, 2401), signals::impulse(2401, 2400));
 }

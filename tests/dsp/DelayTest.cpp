@@ -45,7 +45,8 @@ TEST(Delay, GivesBackEverySampleAcrossManyRoundsOfTheRing)
             wave::Delay line(environment, 896);  // a ring of 1024
             const std::vector<float> out = delayed(line, in, delay, blockSize);
             for (std::size_t i = 0; i < in.size(); ++i) {
-                const float expected = i < static_cast<std::size_t>(delay) ? 0.0f : in[i - static_cast<std::size_t>(delay)];
+                const float expected =
+                    i < static_cast<std::size_t>(delay) ? 0.0f : in[i - static_cast<std::size_t>(delay)];
                 ASSERT_EQ(out[i], expected) << "delay " << delay << " block " << blockSize << " at " << i;
             }
         }
@@ -83,7 +84,8 @@ TEST(Delay, InterpolatesOnStraightLines)
 
 TEST(Delay, ReadsThroughAnAllPassAtUnityGainAndTheDelayAskedFor)
 {
-    // A sine of 1 kHz at 48 kHz, 100.4 samples ago: magnitude 1, phase by the fraction, to a part in a thousand.
+    // A sine of 1 kHz at 48 kHz, 100.4 samples ago: magnitude 1, phase by the fraction, to a part in a
+    // thousand.
     wave::Environment environment;
     wave::Delay line(environment, 1000);
     const std::vector<float> in = signals::sine(1000.0, 48000.0, 4096);
@@ -96,7 +98,8 @@ TEST(Delay, ReadsThroughAnAllPassAtUnityGainAndTheDelayAskedFor)
         line.readAllpass(delays.data(), out.data() + i, &state, 64);
     }
     for (std::size_t i = 2000; i < in.size(); ++i) {
-        const double expected = std::sin(2.0 * std::numbers::pi * 1000.0 * (static_cast<double>(i) - 100.4) / 48000.0);
+        const double expected =
+            std::sin(2.0 * std::numbers::pi * 1000.0 * (static_cast<double>(i) - 100.4) / 48000.0);
         ASSERT_NEAR(out[i], expected, 1e-3);
     }
 }
@@ -106,7 +109,8 @@ TEST(Delay, StaysFiniteWhateverIsWritten)
     using Limits = std::numeric_limits<float>;
     wave::Environment environment;
     wave::Delay line(environment, 500);
-    const std::vector<float> in = {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), 1e30f, 100.0f};
+    const std::vector<float> in = {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), 1e30f,
+                                   100.0f};
     const std::vector<float> expected = {0.0f, 1e6f, -1e6f, 1e6f, 100.0f};
     EXPECT_EQ(delayed(line, in, 0, 5), expected);
 }

@@ -55,7 +55,8 @@ TEST(GainAdjuster, HoldsAFilterToTheLevelThatWentInWithinTwentyDecibels)
         GraphFixture graph;
         GainAdjuster adjuster(graph.environment);
         FunctionProducer signal(graph.environment, constant(2.0f));
-        FunctionProducer delayLevel(graph.environment, constant(before)), filterLevel(graph.environment, constant(behind));
+        FunctionProducer delayLevel(graph.environment, constant(before)),
+            filterLevel(graph.environment, constant(behind));
         adjuster.input = &signal;
         adjuster.delayLevel = &delayLevel;
         adjuster.filterLevel = &filterLevel;

@@ -83,7 +83,9 @@ TEST(UpdatedObject, ReportsABatchOnceAndNeverFromWithinItsReport)
     EXPECT_EQ(owner.updates, 0);
     owner.endUpdate();
     EXPECT_EQ(owner.updates, 1);
-    { const ScopedUpdate nothing(owner); }
+    {
+        const ScopedUpdate nothing(owner);
+    }
     EXPECT_EQ(owner.updates, 1);
     owner.changed();
     EXPECT_EQ(owner.updates, 2);

@@ -33,9 +33,9 @@ TEST(FloatParameter, BigStepsRampFastSmallOnesSlowly)
         float step;
         int samples;
     };
-    for (const auto& [step, samples] : {Row{0.05f, 4863},    // t = 0.25: 110.28 ms
-                                        Row{0.15f, 2315},    // t = 0.15:  52.50 ms
-                                        Row{0.5f, 882}}) {   // t = 0:     20 ms
+    for (const auto& [step, samples] : {Row{0.05f, 4863},   // t = 0.25: 110.28 ms
+                                        Row{0.15f, 2315},   // t = 0.15:  52.50 ms
+                                        Row{0.5f, 882}}) {  // t = 0:     20 ms
         ParameterFixture fixture;
         fixture.play(128);
         fixture.source.assign(step);

@@ -27,8 +27,14 @@ TEST(Input, LetsNothingInThatALoopCouldNotGetRidOf)
 {
     using Limits = std::numeric_limits<float>;
     GraphFixture graph;
-    const float samples[] = {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), Limits::denorm_min(),
-                             Limits::min(),       -Limits::max(),     0.5f,                -0.5f};
+    const float samples[] = {Limits::quiet_NaN(),
+                             Limits::infinity(),
+                             -Limits::infinity(),
+                             Limits::denorm_min(),
+                             Limits::min(),
+                             -Limits::max(),
+                             0.5f,
+                             -0.5f};
     wave::Input input(graph.environment);
     input.setBuffer(samples, 8);
     const std::vector<float> expected = {0, 0, 0, 0, Limits::min(), -Limits::max(), 0.5f, -0.5f};
