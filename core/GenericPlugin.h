@@ -1,0 +1,62 @@
+#pragma once
+
+#include "core/GenericPluginBase.h"
+
+#include <atomic>
+
+/// The main-thread half of a plug-in: the parameters as the user sees them. It reaches the audio half only
+/// through its adapter.
+class GenericPlugin : public GenericPluginBase {
+public:
+    /// How this half reaches the host and the other half. Thread: main.
+    class Adapter {
+    public:
+        virtual ~Adapter() = default;
+        /// The host is told of the value, as of a move by the user.
+        virtual void sendParameterValue(int index, float value) = 0;
+        virtual void beginParameterGesture(int index) = 0;
+        virtual void endParameterGesture(int index) = 0;
+        virtual void latencyChanged() = 0;
+        /// Brings a parameter's value to the other half and to the host; a negative index brings all of them,
+        /// with a reset by its number.
+        virtual void parameterChanged(int index) = 0;
+    };
+
+    /// Stands for all parameters in `Adapter::parameterChanged`.
+    enum AllParameters { WithoutReset = -1, WithSoftReset = -2, WithHardReset = -3 };
+
+    /// Hears of changes. It must stand calls from the audio thread.
+    class Listener {
+    public:
+        enum Code { ParameterChanged = -1025, ControllerMoved = -1027, LayoutChanged = -1030 };
+        virtual ~Listener() = default;
+        virtual void message(int messageCode, int argument) noexcept = 0;
+    };
+
+    void setAdapter(Adapter* pluginAdapter) { adapter = pluginAdapter; }
+    /// Waits for calls to the listener before. Thread: main.
+    void setListener(Listener* newListener);
+    void tellListener(int messageCode, int argument) noexcept;
+
+    float sampleRate() const { return rate; }  // Hz; 44100 until the host activates
+    void setSampleRate(float newRate) { rate = newRate; }
+
+    // GenericPluginBase
+
+    void beginParameterBatch() override;
+    void endParameterBatch() override;
+    void parameterValueChanged(int index, float value, int changeFlags) noexcept override;
+    void requestSoftReset() override;
+    void requestHardReset() override { pendingReset = WithHardReset; }
+
+private:
+    enum class BatchPending { Nothing, ForHost, NotForHost };
+
+    Adapter* adapter = nullptr;
+    std::atomic<Listener*> listener{nullptr};
+    std::atomic<int> listenerCalls{0};  // in flight
+    std::atomic<int> batchDepth{0};
+    std::atomic<BatchPending> batchPending{BatchPending::Nothing};
+    int pendingReset = WithoutReset;  // goes out with the batch
+    float rate = 44100.0f;
+};

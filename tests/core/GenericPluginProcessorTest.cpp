@@ -1,0 +1,118 @@
+#include "TestProcessor.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+using Log = std::vector<std::pair<char, int>>;
+
+const std::vector<float> ones(512, 1.0f);
+
+struct ControllerRecorder : GenericPluginProcessor::ProcessorAdapter {
+    void controllerActivity(int controller) noexcept override { controllers.push_back(controller); }
+    void parameterChangedByProcessor(int index) noexcept override { changed.push_back(index); }
+    std::vector<int> controllers;
+    std::vector<int> changed;
+};
+
+}  // namespace
+
+TEST(GenericPluginProcessor, SplitsARunAtItsMessagesAndAtTheEnginesBlock)
+{
+    TestProcessor processor;
+    ControllerRecorder adapter;
+    processor.setAdapter(&adapter);
+    processor.queueMidi({0x90, 60, 100, 200});
+    processor.queueMidi({0x90, 61, 100, 600});  // beyond the run: after it
+    processor.play(ones);
+    EXPECT_EQ(processor.log,
+              (Log{{'e', 128}, {'e', 72}, {'m', 60}, {'e', 128}, {'e', 128}, {'e', 56}, {'m', 61}}));
+    EXPECT_EQ(adapter.controllers, std::vector<int>{-1});
+    processor.play(ones);
+    EXPECT_EQ(adapter.controllers.size(), 1u);  // nothing was decoded
+}
+
+TEST(GenericPluginProcessor, AppliesWhatAMessageMovedFromItsSampleOn)
+{
+    TestProcessor processor;
+    processor.gainByMidi = true;
+    processor.gain.setValue(0.5f, noEcho);
+    processor.queueMidi({0x90, 60, 100, 200});
+    const std::vector<float> out = processor.play(ones);
+    EXPECT_EQ(out[0], 0.5f);
+    EXPECT_EQ(out[199], 0.5f);
+    EXPECT_EQ(out[200], 0.25f);
+}
+
+TEST(GenericPluginProcessor, HoldsABatchBackUntilItsEnd)
+{
+    TestProcessor processor;
+    processor.beginParameterBatch();
+    processor.gain.setValue(0.5f, noEcho);
+    processor.bypass.setValue(1.0f, noEcho);
+    EXPECT_EQ(processor.play(ones)[0], 1.0f);
+    processor.endParameterBatch();
+    processor.log.clear();
+    EXPECT_EQ(processor.play(ones)[0], 0.5f);
+    EXPECT_EQ(processor.log.front(), (std::pair<char, int>{'p', processor.gain.index()}));
+}
+
+TEST(GenericPluginProcessor, TakesChangesInARunOfNoSamples)
+{
+    TestProcessor processor;
+    processor.gain.setValue(0.5f, noEcho);
+    processor.queueMidi({0x90, 60, 100, 0});
+    processor.play({}, 1);
+    float none = 0.0f;
+    const float* inputs[] = {&none, &none};
+    float* outputs[] = {&none, &none};
+    processor.process(inputs, 2, outputs, 2, 0, processor.status);
+    EXPECT_EQ(processor.log, (Log{{'p', processor.gain.index()}, {'m', 60}}));
+}
+
+TEST(GenericPluginProcessor, TellsTheOtherHalfOfItsOwnChangesOnly)
+{
+    TestProcessor processor;
+    ControllerRecorder adapter;
+    processor.setAdapter(&adapter);
+    processor.gain.setValue(0.5f, noEcho);
+    EXPECT_TRUE(adapter.changed.empty());
+    processor.gain.setValue(0.75f, announceChange);
+    EXPECT_EQ(adapter.changed, std::vector<int>{processor.gain.index()});
+}
+
+TEST(GenericPluginProcessor, LosesNoValueWhenItsQueueOverflows)
+{
+    TestProcessor processor;
+    for (int i = 0; i < 70000; ++i)
+        processor.gain.setValue(i % 2 ? 0.25f : 0.75f, noEcho);
+    processor.bypass.setValue(1.0f, noEcho);
+    processor.gain.setValue(0.125f, noEcho);
+    processor.applyQueuedChanges();
+    EXPECT_EQ(processor.wetGain, 0.125f);
+    EXPECT_EQ(processor.log.back(), (std::pair<char, int>{'p', processor.bypass.index()}));
+}
+
+TEST(GenericPluginProcessor, KeepsTheBeatRunningInAStoppedSong)
+{
+    struct Clocked : TestProcessor {
+        void transportChanged(float, float beats) noexcept override { seen = beats; }
+        float seen = -1.0f;
+    } processor;
+    const auto advance = [&](float tempo, float position, bool playing) {
+        processor.updateTransport(tempo, position, playing);
+        processor.play(std::vector<float>(441, 0.0f));
+        return processor.seen;
+    };
+    EXPECT_FLOAT_EQ(advance(120.0f, 17.0f, true), 17.0f);
+    EXPECT_FLOAT_EQ(advance(120.0f, 17.02f, true), 17.02f);
+    // 441 samples at 44.1 kHz and 120 beats per minute are 0.02 beats.
+    EXPECT_NEAR(advance(120.0f, 17.02f, false), 17.04f, 1e-5);
+    EXPECT_NEAR(advance(120.0f, 17.02f, false), 17.06f, 1e-5);
+    EXPECT_FLOAT_EQ(advance(0.0f, 255.99f, false), 255.99f);  // the song was moved
+    EXPECT_NEAR(advance(0.0f, 255.99f, false), 0.01f, 1e-4);  // no tempo is 120; 256 beats is 0
+    processor.reset();
+    EXPECT_NEAR(advance(120.0f, 255.99f, false), 0.0f, 1e-6);
+}
