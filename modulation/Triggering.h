@@ -1,0 +1,4 @@
+#pragma once
+
+/// What starts an envelope generator.
+enum class Triggering { NormalInput, SideChain, Midi };
