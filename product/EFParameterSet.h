@@ -1,0 +1,23 @@
+#pragma once
+
+#include "core/GenericPluginBase.h"
+#include "modulation/ModulationTargetParameter.h"
+#include "parameters/IndexedPluginParameter.h"
+#include "parameters/ParameterSetList.h"
+
+/// The controls of one envelope follower. Signals of times are in seconds.
+class EFParameterSet : public PluginParameterSet {
+public:
+    /// @param follower  from 0
+    EFParameterSet(GenericParameterOwner& owner, ModulationMatrixOwner& modulation, int follower);
+    void initialise() override;
+
+    IndexedPluginParameter<GenericPluginBase::InputSignal> input;
+    ModulationTargetParameter attack;
+    ModulationTargetParameter release;
+};
+
+class EFParameterSetList : public ParameterSetList<EFParameterSet> {
+public:
+    EFParameterSetList(GenericParameterOwner& owner, ModulationMatrixOwner& modulation);
+};

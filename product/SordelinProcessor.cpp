@@ -1,0 +1,107 @@
+#include "product/SordelinProcessor.h"
+
+#include "product/SordelinInfo.h"
+#include "product/SordelinModulationIds.h"
+
+#include <algorithm>
+
+namespace {
+
+/// The tree has to fill the configuration before a matrix can be made of it.
+const ModulationConfiguration& initialised(SordelinParameters& parameters, ModulationMatrixOwner& owner)
+{
+    parameters.initialise();
+    return owner.configuration;
+}
+
+/// The most samples to take at once. A delay line answers a block from what was written before it, so a block
+/// may not be longer than the shortest delay, 5 ms, less the two samples that a read between samples looks
+/// at; below 26 kHz that is less than the engine's own limit.
+int blockForRate(const wave::Environment& environment)
+{
+    return std::clamp(static_cast<int>(environment.sampleRate() * 0.005f) - 2, 1, environment.maxBlockSize());
+}
+
+}  // namespace
+
+SordelinProcessor::SordelinProcessor()
+    : SordelinParameters(static_cast<GenericPluginBase&>(*this), *this),
+      modulationMatrix(environment, initialised(*this, *this)),
+      midSideEncoder(environment),
+      midSideDecoder(environment),
+      dryTarget(environment, modulationMatrix, SordelinTargets::dryLevel, SordelinTargets::dryPan,
+                LevelPanTarget::Mode::Multiply),
+      wetTarget(environment, modulationMatrix, SordelinTargets::wetLevel, SordelinTargets::wetPan,
+                LevelPanTarget::Mode::Multiply),
+      engineBlock(blockForRate(environment))
+{
+    static_cast<GenericPluginInfo&>(*this) = sordelinInfo();
+    midiStateParameter = &receiveMidi;
+    matrix = &modulationMatrix;
+    createEngine();
+    midSideEncoder.conversion.assign(MidSideConverter::Conversion::Encode);
+    midSideDecoder.conversion.assign(MidSideConverter::Conversion::Decode);
+    buildChannels();
+    connectChannels();
+    bindParameters();
+    // What the tree holds is what the graph plays from the first sample.
+    deliverAll();
+}
+
+SordelinProcessor::~SordelinProcessor() { environment.markDestroying(); }
+
+void SordelinProcessor::buildChannels()
+{
+    for (int c = 0; c < 2; ++c) {
+        auto made = std::make_unique<SordelinChannel>(environment, *this, modulationMatrix, c);
+        sordelinChannels[static_cast<std::size_t>(c)] = made.get();
+        channels.push_back(std::move(made));
+        delayPanControllers[static_cast<std::size_t>(c)] = std::make_unique<DelayPanController>(
+            environment, *modulationMatrix.producerForTarget(SordelinTargets::delayPan(c)));
+    }
+}
+
+void SordelinProcessor::connectChannels()
+{
+    for (int c = 0; c < 2; ++c) {
+        SordelinChannel& own = channel(c);
+        SordelinChannel& other = channel(1 - c);
+        midSideEncoder.setInput(c, own.mainInput);
+        midSideDecoder.setInput(c, own.outputMixer);
+        own.inputRouter.setSource(1, midSideEncoder.output(c));
+        own.outputRouter.setSource(1, midSideDecoder.output(c));
+        own.feedMixer.mixerInput(2).source = &other.gainAdjuster;
+        own.panMixer.mixerInput(1).source = &other.delayLine;
+        own.panMixer.mixerInput(0).gain.connect(&delayPanControllers[static_cast<std::size_t>(c)]->output(c));
+        own.panMixer.mixerInput(1).gain.connect(
+            &delayPanControllers[static_cast<std::size_t>(1 - c)]->output(c));
+        own.outputMixer.mixerInput(0).gain.connect(&dryTarget.output(c));
+        own.outputMixer.mixerInput(1).gain.connect(&wetTarget.output(c));
+    }
+}
+
+void SordelinProcessor::bindParameters()
+{
+    for (SordelinChannel* bound : sordelinChannels)
+        bound->bindParameters(*this);
+    delayLink.bind(delayLinkSwitch);
+}
+
+void SordelinProcessor::propertyChanged(AbstractProperty&)
+{
+    // The line glides or stretches to the other time as after any other change.
+    const bool linked = delayLinkSwitch.value() == DelayLinkState::Linked;
+    channel(1).delayLine.delayTime.connect(&channel(linked ? 0 : 1).delayTimeController);
+}
+
+void SordelinProcessor::transportChanged(float newTempo, float) noexcept
+{
+    for (SordelinChannel* synchronised : sordelinChannels)
+        synchronised->delayTimeController.tempoChanged(newTempo);
+}
+
+void SordelinProcessor::sampleRateChanged()
+{
+    engineBlock = blockForRate(environment);
+    GenericPluginProcessor::sampleRateChanged();
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "core/GenericPluginProcessor.h"
+#include "dsp/MidSideConverter.h"
+#include "modulation/LevelPanTarget.h"
+#include "modulation/ModulationMatrix.h"
+#include "product/DelayPanController.h"
+#include "product/SordelinChannel.h"
+#include "product/SordelinParameters.h"
+
+#include <array>
+#include <memory>
+
+/// The product's audio half: one graph for the whole stereo path. Per channel c, with o the other one:
+///
+///   input c --+--> coding --+------------------------------> dry on/off -------------------- * dry c ---+
+///             |             |                                                                           v
+///             |             +--> * input level --> feed --> freeze --> delay c --+--> * pan ---------> wet c
+///             |                                     ^  ^        ^                |     ^                |
+///             |                * feedback ----------+  |        +---- delay c ---+     delay o * pan    |
+///             |                * cross feedback -------+                         |                      v
+///             |                     ^                                            |              sum of dry
+///             and wet |                     +--- G c, G o <--- loop gain <---------------+ | | v
+///             +------------------------------> audition <--------------------------------------- decoding
+///             --> out c
+///
+/// What is to the left of a delay runs in the second pass, when both delays have been read.
+class SordelinProcessor : public GenericPluginProcessor,
+                          public ModulationMatrixOwner,
+                          public SordelinParameters,
+                          public PropertyOwner {
+public:
+    SordelinProcessor();
+    ~SordelinProcessor() override;
+
+    /// An echo may come at any time: a silent output says nothing.
+    bool outputsSilent(const float* const*, int, int) const noexcept REALTIME override { return false; }
+
+    /// A link was switched. Thread: audio.
+    void propertyChanged(AbstractProperty& property) override;
+
+protected:
+    int blockSize() const noexcept REALTIME override { return engineBlock; }
+    void transportChanged(float newTempo, float beats) noexcept REALTIME override;
+    void sampleRateChanged() override;
+
+private:
+    SordelinChannel& channel(int index) noexcept REALTIME
+    {
+        return *sordelinChannels[static_cast<std::size_t>(index)];
+    }
+    void buildChannels();
+    void connectChannels();
+    void bindParameters();
+
+    ModulationMatrix modulationMatrix;
+    MidSideConverter midSideEncoder;
+    MidSideConverter midSideDecoder;
+    LevelPanTarget dryTarget;
+    LevelPanTarget wetTarget;
+    std::array<std::unique_ptr<DelayPanController>, 2> delayPanControllers;
+    std::array<SordelinChannel*, 2> sordelinChannels{};  // owned by the base's list
+    Property<DelayLinkState> delayLinkSwitch{DelayLinkState::Separate, this};
+    int engineBlock;  // samples
+};
