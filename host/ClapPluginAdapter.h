@@ -1,0 +1,108 @@
+#pragma once
+
+#include "abi/Clap.h"
+#include "foundation/LockFreeQueue.h"
+#include "host/ClapEventScan.h"
+#include "host/UnifiedPluginAdapter.h"
+
+#include <atomic>
+#include <vector>
+
+/// The one object that a CLAP host sees of an instance.
+class ClapPluginAdapter : private UnifiedPluginAdapter, private ClapEventScan::Sink {
+public:
+    /// Makes an instance for `host`; the halves of the plug-in come with `init`. The host ends it by
+    /// `destroy`.
+    static const clap_plugin_t* create(const clap_host_t& host, const clap_plugin_descriptor_t& descriptor);
+
+private:
+    static constexpr int maxInputChannels = 32;
+    static constexpr int maxOutputChannels = 16;
+
+    /// What waits for the host: one event of either kind.
+    union OutEvent {
+        clap_event_header_t header;
+        clap_event_param_value_t value;
+        clap_event_param_gesture_t gesture;
+    };
+    static_assert(sizeof(OutEvent) == 56);
+
+    struct HostExtensions {
+        const clap_host_params_t* params = nullptr;
+        const clap_host_latency_t* latency = nullptr;
+    };
+
+    /// The channels of one host block; null is silence, or nobody listening.
+    struct Channels {
+        const float* inputs[maxInputChannels] = {};
+        float* outputs[maxOutputChannels] = {};
+        int outputCount = 0;
+        bool inputSilent = true;
+    };
+
+    ClapPluginAdapter(const clap_host_t& clapHost, const clap_plugin_descriptor_t& descriptor);
+
+    static ClapPluginAdapter& of(const clap_plugin_t* plugin)
+    {
+        return *static_cast<ClapPluginAdapter*>(plugin->plugin_data);
+    }
+
+    // The instance's life. Thread: main, but for the marked ones.
+    bool init();
+    bool activate(double sampleRate);
+    void deactivate() { active = false; }
+    void reset() noexcept REALTIME { processor->reset(); }                       // audio
+    clap_process_status process(const clap_process_t& block) noexcept REALTIME;  // audio
+    static const void* extension(const char* id);
+
+    // Steps of `process`.
+    void gatherChannels(const clap_process_t& block, Channels& channels) noexcept REALTIME;
+    void gatherOutputs(const clap_process_t& block, Channels& channels) const noexcept REALTIME;
+    void passTransport(const clap_event_transport_t* transport) noexcept REALTIME;
+    unsigned renderBlock(const clap_process_t& block, Channels& channels) noexcept REALTIME;
+    void drainOutEvents(const clap_output_events_t* out) noexcept REALTIME;
+
+    // Ports.
+    void buildAudioPorts();
+    int portCount() const { return static_cast<int>(audioPorts.size()); }
+    int inputChannelCount() const noexcept REALTIME
+    {
+        return static_cast<int>(audioPorts.size()) * plugin->channelCount();
+    }
+    clap_audio_port_info_t portInfo(clap_id id, const char* name, bool isMain) const;
+
+    // Parameters.
+    void flush(const clap_input_events_t* in, const clap_output_events_t* out) noexcept;
+    void queueGesture(int index, std::uint16_t type);
+    AbstractPluginParameter* parameterOf(clap_id id) const noexcept REALTIME;
+
+    // ClapEventScan::Sink
+    void applyParameter(clap_id id, double value) noexcept REALTIME override;
+    void queueMidi(std::uint8_t status, std::uint8_t data1, std::uint8_t data2,
+                   std::int32_t offset) noexcept REALTIME override;
+
+    // UnifiedPluginAdapter
+    std::unique_ptr<GenericPlugin> createPlugin() override;
+    std::unique_ptr<GenericPluginProcessor> createProcessor() override;
+    void setParameter(int index, float value) noexcept override;
+    void beginParameterGesture(int index) override;
+    void endParameterGesture(int index) override;
+    void latencyChanged() override;
+    void parameterChanged(int index) override;
+
+    static const clap_plugin_audio_ports_t audioPortsTable;
+    static const clap_plugin_audio_ports_config_t audioPortsConfigTable;
+    static const clap_plugin_note_ports_t notePortsTable;
+    static const clap_plugin_params_t paramsTable;
+    static const clap_plugin_latency_t latencyTable;
+    static const clap_plugin_tail_t tailTable;
+
+    clap_plugin_t clapPlugin{};
+    const clap_host_t& host;
+    HostExtensions hostExtensions;
+    std::vector<clap_audio_port_info_t> audioPorts;  // of the inputs
+    std::atomic<bool> active{false};
+    bool latencyChangePending = false;
+    LockFreeQueue<OutEvent> outEvents{1024, 65536};
+    int tailSamples = 0;  // -1: endless
+};

@@ -1,0 +1,132 @@
+// The ports of an instance, and what a host plans by: latency and tail.
+#include "host/ClapPluginAdapter.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+namespace {
+
+const char* portType(int layout)
+{
+    if (layout == ChannelLayout::mono)
+        return CLAP_PORT_MONO;
+    return layout == ChannelLayout::stereo ? CLAP_PORT_STEREO : CLAP_PORT_SURROUND;
+}
+
+/// The layouts that a plug-in offers: a run of the table of layouts.
+struct LayoutRange {
+    int first;
+    int count;
+
+    explicit LayoutRange(const GenericPluginInfo& info)
+        : first(info.hasFlag(GenericPluginInfo::OffersMono) ? ChannelLayout::mono : ChannelLayout::stereo),
+          count((info.hasFlag(GenericPluginInfo::OffersSurround) ? ChannelLayout::count
+                                                                 : ChannelLayout::stereo + 1) -
+                first)
+    {}
+};
+
+void copyName(char (&out)[CLAP_NAME_SIZE], std::string_view text)
+{
+    const std::size_t length = std::min(text.size(), sizeof out - 1);
+    std::memcpy(out, text.data(), length);
+    out[length] = '\0';
+}
+
+}  // namespace
+
+void ClapPluginAdapter::buildAudioPorts()
+{
+    tailSamples = processor->tailLength();
+    audioPorts.clear();
+    if (!plugin->isEffect())
+        return;
+    audioPorts.push_back(portInfo(0, "Main In", true));
+    if (plugin->hasSideChain())
+        audioPorts.push_back(portInfo(1, "Sidechain In", false));
+}
+
+clap_audio_port_info_t ClapPluginAdapter::portInfo(clap_id id, const char* name, bool isMain) const
+{
+    clap_audio_port_info_t info{};
+    info.id = id;
+    copyName(info.name, name);
+    info.flags = isMain ? CLAP_AUDIO_PORT_IS_MAIN : 0;
+    info.channel_count = static_cast<uint32_t>(plugin->channelCount());
+    info.port_type = portType(plugin->layoutIndex());
+    info.in_place_pair = CLAP_INVALID_ID;
+    return info;
+}
+
+const clap_plugin_audio_ports_t ClapPluginAdapter::audioPortsTable{
+    .count = [](const clap_plugin_t* p,
+                bool isInput) { return isInput ? static_cast<uint32_t>(of(p).portCount()) : 1; },
+    .get = [](const clap_plugin_t* p, uint32_t index, bool isInput, clap_audio_port_info_t* info) -> bool {
+        const ClapPluginAdapter& adapter = of(p);
+        if (!info || index >= (isInput ? adapter.audioPorts.size() : 1))
+            return false;
+        *info = isInput ? adapter.audioPorts[index] : adapter.portInfo(0, "Main Out", true);
+        return true;
+    },
+};
+
+const clap_plugin_audio_ports_config_t ClapPluginAdapter::audioPortsConfigTable{
+    .count = [](const clap_plugin_t* p) { return static_cast<uint32_t>(LayoutRange(*of(p).plugin).count); },
+    .get = [](const clap_plugin_t* p, uint32_t index, clap_audio_ports_config_t* config) -> bool {
+        const GenericPlugin& plugin = *of(p).plugin;
+        const LayoutRange range(plugin);
+        if (!config || index >= static_cast<uint32_t>(range.count))
+            return false;
+        const int layout = range.first + static_cast<int>(index);
+        const auto channels = static_cast<uint32_t>(ChannelLayout::at(layout).channels);
+        *config = {};
+        config->id = static_cast<clap_id>(layout);
+        copyName(config->name, ChannelLayout::at(layout).name);
+        config->input_port_count = (plugin.isEffect() ? 1u : 0u) + (plugin.hasSideChain() ? 1u : 0u);
+        config->output_port_count = 1;
+        config->has_main_input = true;
+        config->main_input_channel_count = channels;
+        config->main_input_port_type = portType(layout);
+        config->has_main_output = true;
+        config->main_output_channel_count = channels;
+        config->main_output_port_type = portType(layout);
+        return true;
+    },
+    .select = [](const clap_plugin_t* p, clap_id id) -> bool {
+        ClapPluginAdapter& adapter = of(p);
+        const LayoutRange range(*adapter.plugin);
+        if (id < static_cast<clap_id>(range.first) || id >= static_cast<clap_id>(range.first + range.count))
+            return false;
+        adapter.selectChannelLayout(static_cast<int>(id));
+        adapter.buildAudioPorts();
+        return true;
+    },
+};
+
+const clap_plugin_note_ports_t ClapPluginAdapter::notePortsTable{
+    .count = [](const clap_plugin_t*, bool isInput) -> uint32_t { return isInput ? 1 : 0; },
+    .get = [](const clap_plugin_t*, uint32_t index, bool isInput, clap_note_port_info_t* info) -> bool {
+        if (!isInput || index != 0 || !info)
+            return false;
+        *info = {};
+        info->id = 0;
+        info->supported_dialects = CLAP_NOTE_DIALECT_CLAP | CLAP_NOTE_DIALECT_MIDI;
+        info->preferred_dialect = CLAP_NOTE_DIALECT_MIDI;
+        copyName(info->name, "Note Port");
+        return true;
+    },
+};
+
+const clap_plugin_latency_t ClapPluginAdapter::latencyTable{
+    .get = [](const clap_plugin_t* p) { return static_cast<uint32_t>(of(p).processor->latency()); },
+};
+
+const clap_plugin_tail_t ClapPluginAdapter::tailTable{
+    .get =
+        [](const clap_plugin_t* p) {
+            const int tail = of(p).tailSamples;
+            return static_cast<uint32_t>(tail < 0 ? std::numeric_limits<int32_t>::max() : tail);
+        },
+};

@@ -1,0 +1,69 @@
+#include "host/UnifiedPluginAdapter.h"
+
+UnifiedPluginAdapter::UnifiedPluginAdapter() : lock(CriticalSection::create()) {}
+
+UnifiedPluginAdapter::~UnifiedPluginAdapter()
+{
+    if (processor)
+        processor->engine().markDestroying();
+    plugin.reset();
+    processor.reset();
+}
+
+void UnifiedPluginAdapter::createHalves()
+{
+    plugin = createPlugin();
+    plugin->setAdapter(this);
+    processor = createProcessor();
+    joinProcessor();
+}
+
+void UnifiedPluginAdapter::joinProcessor()
+{
+    processor->setAdapter(this);
+    processor->engine().setSampleRate(plugin->sampleRate());
+    synchroniseParameters(GenericPlugin::WithoutReset);
+}
+
+void UnifiedPluginAdapter::synchroniseParameters(GenericPlugin::AllParameters mode)
+{
+    processor->beginParameterBatch();
+    for (int i = 0; i < plugin->parameterCount(); ++i)
+        processor->parameter(i).setValue(plugin->parameter(i).currentValue(), noEcho);
+    if (mode == GenericPlugin::WithSoftReset)
+        processor->requestSoftReset();
+    else if (mode == GenericPlugin::WithHardReset)
+        processor->requestHardReset();
+    processor->endParameterBatch();
+}
+
+void UnifiedPluginAdapter::selectChannelLayout(int layout)
+{
+    if (layout == plugin->layoutIndex())
+        return;
+    const ScopedLock scopedLock(*lock);
+    plugin->setLayoutIndex(layout);
+    plugin->tellListener(GenericPlugin::Listener::LayoutChanged, 0);
+    processor->engine().markDestroying();
+    processor = createProcessor();
+    joinProcessor();
+}
+
+void UnifiedPluginAdapter::parameterChanged(int index)
+{
+    const ScopedLock scopedLock(*lock);
+    if (index < 0)
+        synchroniseParameters(static_cast<GenericPlugin::AllParameters>(index));
+    else
+        setParameter(index, plugin->parameter(index).currentValue());
+}
+
+void UnifiedPluginAdapter::controllerActivity(int controller) noexcept
+{
+    plugin->tellListener(GenericPlugin::Listener::ControllerMoved, controller);
+}
+
+void UnifiedPluginAdapter::parameterChangedByProcessor(int index) noexcept
+{
+    setParameter(index, processor->parameter(index).currentValue());
+}
