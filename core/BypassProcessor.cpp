@@ -125,8 +125,7 @@ bool BypassProcessor::isAsleep(const Run& run, bool silent) noexcept
         silenceCountdown = sleepDelay();
     if (silenceCountdown != Asleep)
         return false;
-    for (int c = 0; c < run.outputCount; ++c)
-        wetChannels[static_cast<std::size_t>(c)] = run.inputs[c] ? run.inputs[c] + run.offset : nullptr;
+    std::fill_n(wetChannels.begin(), run.outputCount, nullptr);  // what comes in is silent, and so is what goes out
     return true;
 }
 

@@ -52,7 +52,6 @@ void GenericPluginProcessor::updateTransport(float newTempo, float position, boo
     markPlayed(playing);
     tempo = newTempo;
     lastBeatPosition = position;
-    wasPlaying = playing;
     transportUpdated = true;
     samplesSinceTransport = 0;
 }

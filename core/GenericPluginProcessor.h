@@ -130,7 +130,6 @@ private:
     std::unique_ptr<BypassProcessor> bypassProcessor;
     bool parameterBypass = false;
     float lastBeatPosition = 0.0f;
-    bool wasPlaying = false;
     bool transportUpdated = false;
     int latencySamples = 0;
     LockFreeQueue<MidiMessage> midiQueue{1024, 65536};

@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <chrono>
+#include <atomic>
 #include <cmath>
 #include <limits>
+#include <memory>
+#include <thread>
 
 namespace {
 
@@ -250,4 +252,41 @@ TEST(Robustness, RunsAHundredInstancesWithoutOneHearingAnother)
     std::swap(instances.front(), instances.back());
     while (!instances.empty())
         instances.pop_back();
+}
+
+TEST(Robustness, PlaysOnSeveralThreadsWhileTheMainThreadLooksOn)
+{
+    const ClapModule module(SORDELIN_MODULE);
+    std::vector<std::unique_ptr<ClapInstance>> instances;
+    for (int i = 0; i < 3; ++i) {
+        instances.push_back(std::make_unique<ClapInstance>(module));
+        instances.back()->parameters();
+        instances.back()->activate(48000.0, 1, 512);
+    }
+    std::atomic<int> playing{3};
+    std::vector<std::thread> threads;
+    for (const auto& instance : instances) {
+        threads.emplace_back([&playing, player = instance.get()] {
+            player->startProcessing();
+            for (int block = 0; block < 200; ++block) {
+                RawBlock raw;
+                raw.events.add(parameterEvent(100, static_cast<clap_id>(block % 39), 0.001 * block));
+                raw.events.add(noteOnEvent(200, 0, 60, 1.0));
+                player->process(raw.block);
+            }
+            player->stopProcessing();
+            --playing;
+        });
+    }
+    while (playing > 0) {
+        for (const auto& instance : instances) {
+            const ClapParameters& parameters = instance->parameters();
+            for (clap_id id = 0; id < 39; ++id)
+                EXPECT_FALSE(parameters.toText(id, parameters.value(id)).empty());
+        }
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    for (const auto& instance : instances)
+        EXPECT_TRUE(instance->host().violations().empty());
 }

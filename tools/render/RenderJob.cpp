@@ -1,0 +1,162 @@
+#include "render/RenderJob.h"
+
+#include "clap_host/NumberText.h"
+#include "clap_host/QuotedText.h"
+#include "plot/RenderPlot.h"
+#include "render/AudioFile.h"
+#include "render/LevelMeter.h"
+#include "render/ModuleLocator.h"
+#include "render/ParameterTable.h"
+#include "render/PendingFile.h"
+#include "render/RenderError.h"
+#include "render/Summary.h"
+
+#include <unistd.h>
+
+namespace {
+
+ProgressBar::Style progressStyle(bool quiet)
+{
+    if (quiet)
+        return ProgressBar::Style::None;
+    return isatty(STDERR_FILENO) ? ProgressBar::Style::Bar : ProgressBar::Style::Lines;
+}
+
+StereoSignal readSideChain(const std::filesystem::path& file, double sampleRate)
+{
+    if (file.empty())
+        return {};
+    StereoSignal signal = readAudioFile(file);
+    if (signal.sampleRate != sampleRate)
+        throw RenderError("the side chain " + inQuotes(file.string()) + " is at " +
+                          fixedText(signal.sampleRate, 0) + " Hz, the input at " + fixedText(sampleRate, 0));
+    return signal;
+}
+
+/// In print, a minus is longer than a hyphen.
+std::string withMinusSigns(const std::string& text)
+{
+    std::string result;
+    for (const char c : text)
+        c == '-' ? result.append("\u2212") : result.append(1, c);
+    return result;
+}
+
+std::string levelText(const StereoSignal& signal)
+{
+    const LevelMeter meter(signal);
+    return withMinusSigns(durationText(signal.seconds()) + "   peak " + decibelText(meter.peak()) +
+                          "   RMS " + decibelText(meter.rms()));
+}
+
+/// One rendering from the command line, in the order of its steps.
+class RenderJob {
+public:
+    RenderJob(const RenderOptions& jobOptions, ClapInstance& jobInstance)
+        : options(jobOptions), instance(jobInstance), audioFile(options.output, existing())
+    {
+        if (!options.plot.empty())
+            plotFile.emplace(options.plot, existing());
+    }
+
+    void prepare()
+    {
+        input = readAudioFile(options.input);
+        format = audioFormatFor(options.output);
+        tryFormat();
+        sideChain = readSideChain(options.sideChain, input.sampleRate);
+        for (const std::string& setting : options.settings)
+            settings.push_back(applySetting(instance, setting));
+        if (!options.automation.empty())
+            events = automationEvents(instance.parameters(), readAutomationFile(options.automation),
+                                      input.sampleRate, options.automation.string());
+    }
+
+    void render(std::ostream& messages)
+    {
+        ProgressBar progress(progressStyle(options.quiet), messages);
+        SignalRenderer renderer(
+            instance, {input, sideChain, events, options.blockFrames, options.tempoBpm, options.tailSeconds},
+            progress);
+        outcome = renderer.run();
+    }
+
+    /// Both files are complete before either gets its name.
+    void write()
+    {
+        writeAudioFile(audioFile, outcome.output, format);
+        if (plotFile)
+            drawPlot();
+        audioFile.commit();
+        if (plotFile)
+            plotFile->commit();
+    }
+
+    void summarise(std::ostream& out) const
+    {
+        printSummary({options.input.string(), options.output.string(), options.plot.string(), input, outcome,
+                      settings, format.clips},
+                     out);
+    }
+
+private:
+    PendingFile::Existing existing() const
+    {
+        return options.overwrite ? PendingFile::Existing::Replace : PendingFile::Existing::Refuse;
+    }
+
+    /// An unsuitable sample rate shows before anything is rendered, not after.
+    void tryFormat() const
+    {
+        writeAudioFile(audioFile, StereoSignal{input.sampleRate, {}, {}}, format);
+        std::filesystem::remove(audioFile.path());
+    }
+
+    void drawPlot() const
+    {
+        PlotContent content{input,      outcome.output,   options.output.filename().string(),
+                            subtitle(), levelText(input), levelText(outcome.output),
+                            {},         options.tempoBpm};
+        for (const AppliedSetting& setting : settings)
+            content.settings.push_back(setting.name + " " + setting.text);
+        if (!writeRenderPlot(content, plotFile->path()))
+            throw RenderError("can't write the picture " + inQuotes(options.plot.string()));
+    }
+
+    std::string subtitle() const
+    {
+        std::string text = options.input.filename().string() + " through " + instance.plugin().desc->name +
+                           ", " + fixedText(input.sampleRate / 1000.0, 1) + " kHz";
+        if (options.tempoBpm)
+            text += ", " + fixedText(*options.tempoBpm, 0) + " BPM";
+        return text;
+    }
+
+    const RenderOptions& options;
+    ClapInstance& instance;
+    PendingFile audioFile;
+    std::optional<PendingFile> plotFile;
+    AudioFormat format;
+    StereoSignal input;
+    StereoSignal sideChain;
+    std::vector<AppliedSetting> settings;
+    std::vector<TimedEvent> events;
+    RenderOutcome outcome;
+};
+
+}  // namespace
+
+void runRenderJob(const RenderOptions& options, std::ostream& out, std::ostream& messages)
+{
+    const ClapModule module(options.plugin.empty() ? locateModule(moduleFolders()) : options.plugin);
+    ClapInstance instance(module);
+    if (options.listParameters)
+        return printParameterTable(instance.parameters(), out);
+
+    RenderJob job(options, instance);
+    job.prepare();
+    job.render(messages);
+    job.write();
+    if (!options.quiet)
+        job.summarise(out);
+}
