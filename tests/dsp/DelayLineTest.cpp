@@ -58,8 +58,9 @@ double chased(double from, double to, double rate, double n)
     return to + weightA * std::pow(a, n) + (first - weightA) * std::pow(b, n);
 }
 
-/// The largest step that a 1 kHz tone at full scale can make between samples at 48 kHz.
-const double toneStep = 2.0 * std::sin(pi * tone / 48000.0);
+/// The bend of a 1 kHz tone of full scale at 48 kHz, (2 pi f / rate)^2. A sample left out or played twice bends it by
+/// 0.13 more.
+const double toneBend = std::pow(2.0 * pi * tone / 48000.0, 2.0);
 
 }  // namespace
 
@@ -134,8 +135,8 @@ TEST(DelayLine, MakesNoStepWhenItsTimeJumpsAndEndsAtTheExactSample)
             LineFixture fixture;
             fixture.line.readType.assign(type);
             const std::vector<float> out = fixture.jump(from, to, 96000);
-            // A glide of 23 % steepens the tone by as much; fades add a thousandth a sample.
-            EXPECT_LT(signals::largestStep(out, 0, out.size()), toneStep * 1.25 + 0.002)
+            // A glide of 23 % bends the tone by its square; fades of one tone into another by 2 % of the height.
+            EXPECT_LT(signals::largestBend(out), toneBend * 1.6 + 0.02)
                 << from << " to " << to;
             const auto delay = static_cast<std::size_t>(to * 48.0f);
             const std::vector<float> in = signals::sine(tone, 48000.0, 144000);
@@ -160,8 +161,7 @@ TEST(DelayLine, FadesBetweenTapeAndStretchWhileTheTimeMoves)
                                                    : DelayLine::ReadType::Tape);
         };
         const std::vector<float> out = fixture.render(fixture.line, 30000, 100, before);
-        // 20 ms of fade between two tones of full scale adds at most 2/960 a sample.
-        EXPECT_LT(signals::largestStep(out, 0, out.size()), toneStep * 1.25 + 0.0045);
+        EXPECT_LT(signals::largestBend(out), toneBend * 1.6 + 0.02);
     }
 }
 

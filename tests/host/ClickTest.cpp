@@ -11,16 +11,6 @@ namespace {
 constexpr double toneHz = 20.0;
 constexpr float toneAmplitude = 0.25f;
 
-/// The largest bend of a signal: its second difference, in which a jump stands out by its full height.
-double largestBend(const std::vector<float>& signal)
-{
-    double largest = 0.0;
-    for (std::size_t i = 2; i < signal.size(); ++i)
-        largest = std::max(largest,
-                           std::fabs(static_cast<double>(signal[i]) - 2.0 * signal[i - 1] + signal[i - 2]));
-    return largest;
-}
-
 struct Move {
     const char* parameter;
     const char* from;
@@ -70,8 +60,8 @@ TEST_P(Click, IsNotHeardWhenAControlMoves)
                      player.change(48000 * 5 + 77, move.parameter, move.from)});
     const auto out = player.play(left, right);
     constexpr double limit = 0.0019;
-    EXPECT_LT(largestBend(out.first), limit) << move;
-    EXPECT_LT(largestBend(out.second), limit) << move;
+    EXPECT_LT(signals::largestBend(out.first), limit) << move;
+    EXPECT_LT(signals::largestBend(out.second), limit) << move;
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -107,5 +97,5 @@ TEST(ReadStyle, TurnsOverInTheMiddleOfAGlideWithoutAClick)
             player.change(48000 * 2 + 1777 * i, "Delay Buffer Read Style", i % 2 ? "Tape" : "Stretch"));
     player.schedule(events);
     const std::vector<float> out = player.play(signals::sine(toneHz, 48000.0, 48000 * 5, toneAmplitude));
-    EXPECT_LT(largestBend(out), 0.0019);
+    EXPECT_LT(signals::largestBend(out), 0.0019);
 }

@@ -50,6 +50,15 @@ double largestStep(const std::vector<float>& signal, std::size_t from, std::size
     return largest;
 }
 
+double largestBend(const std::vector<float>& signal)
+{
+    double largest = 0.0;
+    for (std::size_t i = 2; i < signal.size(); ++i)
+        largest = std::max(largest,
+                           std::fabs(static_cast<double>(signal[i]) - 2.0 * signal[i - 1] + signal[i - 2]));
+    return largest;
+}
+
 double meanFrequency(const std::vector<float>& signal, std::size_t from, std::size_t to, double sampleRate)
 {
     double first = -1.0;
