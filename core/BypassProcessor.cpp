@@ -125,7 +125,8 @@ bool BypassProcessor::isAsleep(const Run& run, bool silent) noexcept
         silenceCountdown = sleepDelay();
     if (silenceCountdown != Asleep)
         return false;
-    std::fill_n(wetChannels.begin(), run.outputCount, nullptr);  // what comes in is silent, and so is what goes out
+    std::fill_n(wetChannels.begin(), run.outputCount,
+                nullptr);  // what comes in is silent, and so is what goes out
     return true;
 }
 

@@ -58,8 +58,8 @@ double chased(double from, double to, double rate, double n)
     return to + weightA * std::pow(a, n) + (first - weightA) * std::pow(b, n);
 }
 
-/// The bend of a 1 kHz tone of full scale at 48 kHz, (2 pi f / rate)^2. A sample left out or played twice bends it by
-/// 0.13 more.
+/// The bend of a 1 kHz tone of full scale at 48 kHz, (2 pi f / rate)^2. A sample left out or played twice
+/// bends it by 0.13 more.
 const double toneBend = std::pow(2.0 * pi * tone / 48000.0, 2.0);
 
 }  // namespace
@@ -135,9 +135,9 @@ TEST(DelayLine, MakesNoStepWhenItsTimeJumpsAndEndsAtTheExactSample)
             LineFixture fixture;
             fixture.line.readType.assign(type);
             const std::vector<float> out = fixture.jump(from, to, 96000);
-            // A glide of 23 % bends the tone by its square; fades of one tone into another by 2 % of the height.
-            EXPECT_LT(signals::largestBend(out), toneBend * 1.6 + 0.02)
-                << from << " to " << to;
+            // A glide of 23 % bends the tone by its square; fades of one tone into another by 2 % of the
+            // height.
+            EXPECT_LT(signals::largestBend(out), toneBend * 1.6 + 0.02) << from << " to " << to;
             const auto delay = static_cast<std::size_t>(to * 48.0f);
             const std::vector<float> in = signals::sine(tone, 48000.0, 144000);
             for (std::size_t i = 90000; i < 96000; ++i)

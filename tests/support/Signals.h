@@ -17,7 +17,8 @@ std::vector<float> impulse(std::size_t length, std::size_t place = 0);
 double largestDifference(const std::vector<float>& a, const std::vector<float>& b);
 /// The largest step between neighbouring samples of [from, to).
 double largestStep(const std::vector<float>& signal, std::size_t from, std::size_t to);
-/// The largest bend: the second difference, in which a jump, a gap or a repeated sample stands out by its full height.
+/// The largest bend: the second difference, in which a jump, a gap or a repeated sample stands out by its
+/// full height.
 double largestBend(const std::vector<float>& signal);
 /// The mean frequency in Hz over [from, to), from the places of rising zero crossings, interpolated.
 double meanFrequency(const std::vector<float>& signal, std::size_t from, std::size_t to, double sampleRate);
