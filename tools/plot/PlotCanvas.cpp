@@ -67,6 +67,20 @@ void PlotCanvas::dashedLine(PlotPoint from, PlotPoint to, PlotColour colour, dou
     cairo_set_dash(context.get(), nullptr, 0, 0.0);
 }
 
+void PlotCanvas::curve(const std::vector<PlotPoint>& points, const PlotRect& shown, PlotColour colour,
+                       double lineWidth)
+{
+    cairo_save(context.get());
+    cairo_rectangle(context.get(), shown.x, shown.y, shown.width, shown.height);
+    cairo_clip(context.get());
+    use(colour);
+    cairo_set_line_width(context.get(), lineWidth);
+    for (const PlotPoint& point : points)
+        cairo_line_to(context.get(), point.x, point.y);
+    cairo_stroke(context.get());
+    cairo_restore(context.get());
+}
+
 void PlotCanvas::polygon(const std::vector<PlotPoint>& points, PlotColour colour, double outlineWidth)
 {
     use(colour);

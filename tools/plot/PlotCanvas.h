@@ -62,6 +62,9 @@ public:
     void frame(const PlotRect& rect, PlotColour colour, double lineWidth);
     void line(PlotPoint from, PlotPoint to, PlotColour colour, double lineWidth);
     void dashedLine(PlotPoint from, PlotPoint to, PlotColour colour, double lineWidth);
+    /// An open line through `points`; only what lies within `shown` is drawn.
+    void curve(const std::vector<PlotPoint>& points, const PlotRect& shown, PlotColour colour,
+               double lineWidth);
     /// Filled, with an outline of the same colour so that the thinnest part still shows.
     void polygon(const std::vector<PlotPoint>& points, PlotColour colour, double outlineWidth);
     /// UTF-8.
