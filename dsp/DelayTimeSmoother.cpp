@@ -27,13 +27,18 @@ void DelayTimeSmoother::chase(const float* times, float scale, float offset, flo
 {
     if (fresh)
         start(std::trunc(scale * times[0] + offset));
+    // The two steps of the recursion put into one another, so that neither waits for the other:
+    //   v + (target - d v - (x + c v)) c = v (1 - d c - c^2) + (target - x) c
+    const double c = coefficient;
+    const double kept = 1.0 - damping * c - c * c;
     double x = position;
     double v = velocity;
     for (int i = 0; i < count; ++i) {
-        const float target = std::trunc(scale * times[i] + offset);
-        x += coefficient * v;
+        const double target = std::trunc(scale * times[i] + offset);
+        const double next = x + c * v;
+        v = v * kept + (target - x) * c;
+        x = next;
         delays[i] = static_cast<float>(x);
-        v += (target - damping * v - x) * coefficient;
     }
     position = x;
     velocity = v;

@@ -56,13 +56,18 @@ void SignalSmoother::filter(wave::Block* in, wave::Block* out, int count, int) n
 
 void SignalSmoother::smooth(float* samples, int count) noexcept
 {
+    // The two steps of the recursion put into one another, so that neither waits for the other:
+    //   v + (target - 2 v - (x + c v)) c = v (1 - 2 c - c^2) + (target - x) c
+    const double c = coefficient;
+    const double kept = 1.0 - 2.0 * c - c * c;
     double x = position;
     double v = velocity;
     for (int i = 0; i < count; ++i) {
-        const float target = samples[i];
-        x += coefficient * v;
+        const double target = samples[i];
+        const double next = x + c * v;
+        v = v * kept + (target - x) * c;
+        x = next;
         samples[i] = static_cast<float>(x);
-        v += (target - 2.0 * v - x) * coefficient;
     }
     position = x;
     velocity = v;
