@@ -1,48 +1,12 @@
 // The built module through a host's eyes.
-#include "FrameRate.h"
-#include "clap_host/BlockRenderer.h"
-#include "clap_host/ClapInstance.h"
-
-#include <optional>
-#include <string>
-#include <vector>
+#include "PluginPatch.h"
 
 namespace {
 
-constexpr std::int64_t frames = 4800;
-
-/// One instance with these settings that plays noise-like input at 48 kHz.
-struct Patch {
-    explicit Patch(const std::vector<std::pair<std::string, std::string>>& settings) : instance(module)
-    {
-        EventList events;
-        for (const auto& [name, text] : settings) {
-            const clap_id id = instance.parameters().require(name).id;
-            events.add(parameterEvent(0, id, instance.parameters().fromText(id, text).value()));
-        }
-        instance.flush(events);
-        for (std::int64_t i = 0; i < frames; ++i)
-            input.push_back(static_cast<float>((i * 7919) % 1000) / 2000.0f - 0.25f);
-        renderer.emplace(instance, BlockRenderer::Settings{});
-    }
-    void play() { renderer->render({input.data(), input.data()}, {}, left.data(), right.data(), frames); }
-
-    ClapModule module{SORDELIN_MODULE};
-    ClapInstance instance;
-    std::vector<float> input;
-    std::vector<float> left = std::vector<float>(frames);
-    std::vector<float> right = std::vector<float>(frames);
-    std::optional<BlockRenderer> renderer;
-};
-
-void playPatch(benchmark::State& state, const std::vector<std::pair<std::string, std::string>>& settings)
+void playPatch(benchmark::State& state, const PluginPatch::Settings& settings)
 {
-    Patch patch(settings);
-    for (int i = 0; i < 20; ++i)
-        patch.play();
-    for (auto _ : state)
-        patch.play();
-    countFrames(state, frames);
+    PluginPatch patch(settings);
+    patch.measure(state);
 }
 
 void defaults(benchmark::State& state) { playPatch(state, {}); }

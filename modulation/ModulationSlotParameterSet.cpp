@@ -9,14 +9,38 @@ constexpr std::string_view invertItems[] = {"Normal", "Inverted"};
 
 }  // namespace
 
+void ModulationSlotParameterSet::SourceParameter::deliverTo(ModulationMatrix& matrix, int slotNumber,
+                                                            int raw) noexcept
+{
+    matrix.setSlotSource(slotNumber, raw - 1);
+}
+
+void ModulationSlotParameterSet::TargetParameter::deliverTo(ModulationMatrix& matrix, int slotNumber,
+                                                            int raw) noexcept
+{
+    matrix.setSlotTarget(slotNumber, raw - 1);
+}
+
+void ModulationSlotParameterSet::BypassParameter::deliverTo(ModulationMatrix& matrix, int slotNumber,
+                                                            int raw) noexcept
+{
+    matrix.setSlotBypassed(slotNumber, raw != 0);
+}
+
+void ModulationSlotParameterSet::InvertParameter::deliverTo(ModulationMatrix& matrix, int slotNumber,
+                                                            int raw) noexcept
+{
+    matrix.setSlotInverted(slotNumber, raw != 0);
+}
+
 ModulationSlotParameterSet::ModulationSlotParameterSet(GenericParameterOwner& owner,
                                                        const ModulationSlotParameters& shared, int slot)
     : PluginParameterSet(owner, "Slot " + std::to_string(slot + 1)),
-      source(this, name() + " Source"),
+      source(this, name() + " Source", shared.owner, slot),
       level(this, name() + " Level", shared.owner, shared.firstSlotTarget + slot),
-      bypassed(this, name() + " Bypassed"),
-      inverted(this, name() + " Inverted"),
-      target(this, name() + " Target"),
+      bypassed(this, name() + " Bypassed", shared.owner, slot),
+      inverted(this, name() + " Inverted", shared.owner, slot),
+      target(this, name() + " Target", shared.owner, slot),
       slots(shared)
 {}
 
@@ -38,7 +62,8 @@ void ModulationSlotParameterSet::initialise()
 ModulationSlotParameterSetList::ModulationSlotParameterSetList(GenericParameterOwner& owner,
                                                                const ModulationSlotParameters& shared,
                                                                int slotCount)
-    : ParameterSetList<ModulationSlotParameterSet>(owner, "Slots")
+    : TargetParameterSetList<ModulationSlotParameterSet>(owner, "Slots", shared.owner, shared.firstSlotTarget,
+                                                         1)
 {
     for (int slot = 0; slot < slotCount; ++slot)
         addSet(std::make_unique<ModulationSlotParameterSet>(owner, shared, slot));

@@ -37,7 +37,8 @@ void EFParameterSet::initialise()
 }
 
 EFParameterSetList::EFParameterSetList(GenericParameterOwner& owner, ModulationMatrixOwner& modulation)
-    : ParameterSetList<EFParameterSet>(owner, "EFs")
+    : SourceParameterSetList<EFParameterSet>(owner, "EFs", modulation, {SordelinSources::firstFollower, 1},
+                                             {SordelinTargets::firstFollower, 2})
 {
     for (int follower = 0; follower < SordelinLimits::envelopeFollowers; ++follower)
         addSet(std::make_unique<EFParameterSet>(owner, modulation, follower));

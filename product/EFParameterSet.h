@@ -2,8 +2,8 @@
 
 #include "core/GenericPluginBase.h"
 #include "modulation/ModulationTargetParameter.h"
+#include "modulation/SourceParameterSetList.h"
 #include "parameters/IndexedPluginParameter.h"
-#include "parameters/ParameterSetList.h"
 
 /// The controls of one envelope follower. Signals of times are in seconds.
 class EFParameterSet : public PluginParameterSet {
@@ -17,7 +17,7 @@ public:
     ModulationTargetParameter release;
 };
 
-class EFParameterSetList : public ParameterSetList<EFParameterSet> {
+class EFParameterSetList : public SourceParameterSetList<EFParameterSet> {
 public:
     EFParameterSetList(GenericParameterOwner& owner, ModulationMatrixOwner& modulation);
 };

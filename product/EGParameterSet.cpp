@@ -60,7 +60,8 @@ void EGParameterSet::initialise()
 }
 
 EGParameterSetList::EGParameterSetList(GenericParameterOwner& owner, ModulationMatrixOwner& modulation)
-    : ParameterSetList<EGParameterSet>(owner, "EGs")
+    : SourceParameterSetList<EGParameterSet>(owner, "EGs", modulation, {SordelinSources::firstGenerator, 1},
+                                             {SordelinTargets::firstGenerator, 6})
 {
     for (int generator = 0; generator < SordelinLimits::envelopeGenerators; ++generator)
         addSet(std::make_unique<EGParameterSet>(owner, modulation, generator));

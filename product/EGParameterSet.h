@@ -1,9 +1,9 @@
 #pragma once
 
 #include "modulation/ModulationTargetParameter.h"
+#include "modulation/SourceParameterSetList.h"
 #include "modulation/Triggering.h"
 #include "parameters/IndexedPluginParameter.h"
-#include "parameters/ParameterSetList.h"
 
 /// The controls of one envelope generator. Signals of times are in seconds.
 class EGParameterSet : public PluginParameterSet {
@@ -22,7 +22,7 @@ public:
     ModulationTargetParameter release;
 };
 
-class EGParameterSetList : public ParameterSetList<EGParameterSet> {
+class EGParameterSetList : public SourceParameterSetList<EGParameterSet> {
 public:
     EGParameterSetList(GenericParameterOwner& owner, ModulationMatrixOwner& modulation);
 };

@@ -1,6 +1,6 @@
 #include "product/MidiSourceParameterSet.h"
 
-#include "product/SordelinLimits.h"
+#include "product/SordelinModulationIds.h"
 
 namespace {
 
@@ -28,8 +28,10 @@ void MidiSourceParameterSet::initialise()
     responseCurve.helpText = "How the source answers to small and large moves.";
 }
 
-MidiSourceParameterSetList::MidiSourceParameterSetList(GenericParameterOwner& owner)
-    : ParameterSetList<MidiSourceParameterSet>(owner, "MIDI Sources")
+MidiSourceParameterSetList::MidiSourceParameterSetList(GenericParameterOwner& owner,
+                                                       ModulationMatrixOwner& modulation)
+    : SourceParameterSetList<MidiSourceParameterSet>(owner, "MIDI Sources", modulation,
+                                                     {SordelinSources::firstMidi, 1}, {0, 0})
 {
     for (int source = 0; source < SordelinLimits::midiSources; ++source)
         addSet(std::make_unique<MidiSourceParameterSet>(owner, source));

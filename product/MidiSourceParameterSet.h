@@ -1,8 +1,8 @@
 #pragma once
 
 #include "modulation/MidiModSourceTypes.h"
+#include "modulation/SourceParameterSetList.h"
 #include "parameters/IndexedPluginParameter.h"
-#include "parameters/ParameterSetList.h"
 
 /// The controls of one MIDI source.
 class MidiSourceParameterSet : public PluginParameterSet {
@@ -16,7 +16,7 @@ public:
     IndexedPluginParameter<MidiModSourceCurve> responseCurve;
 };
 
-class MidiSourceParameterSetList : public ParameterSetList<MidiSourceParameterSet> {
+class MidiSourceParameterSetList : public SourceParameterSetList<MidiSourceParameterSet> {
 public:
-    explicit MidiSourceParameterSetList(GenericParameterOwner& owner);
+    MidiSourceParameterSetList(GenericParameterOwner& owner, ModulationMatrixOwner& modulation);
 };

@@ -39,11 +39,11 @@ SordelinParameters::SordelinParameters(GenericParameterOwner& owner, ModulationM
       wetLevel(&owner, "Wet Level", modulation, SordelinTargets::wetLevel),
       wetPan(&owner, "Wet Pan", modulation, SordelinTargets::wetPan),
       channelMode(&owner, "Channel Mode"),
-      xyControllers(owner),
+      xyControllers(owner, modulation),
       xlfos(owner, modulation),
       envelopeGenerators(owner, modulation),
       envelopeFollowers(owner, modulation),
-      midiSources(owner),
+      midiSources(owner, modulation),
       receiveMidi(&owner, "Receive Midi"),
       slotParameters(modulation, SordelinTargets::firstSlot, sordelinSourceNames(), sordelinTargetNames()),
       slots(owner, slotParameters, SordelinLimits::slots),
@@ -56,6 +56,7 @@ SordelinParameters::SordelinParameters(GenericParameterOwner& owner, ModulationM
 void SordelinParameters::initialise()
 {
     modulationOwner.configuration = sordelinModulation();
+    modulationOwner.slotList = &slots;
     AbstractParameterSetArray* const all[] = {
         &delays,      &filters, &xyControllers, &xlfos, &envelopeGenerators, &envelopeFollowers,
         &midiSources, &slots};

@@ -8,7 +8,7 @@
 namespace {
 
 /// The tree has to fill the configuration before a matrix can be made of it.
-const ModulationConfiguration& initialised(SordelinParameters& parameters, ModulationMatrixOwner& owner)
+ModulationConfiguration& initialised(SordelinParameters& parameters, ModulationMatrixOwner& owner)
 {
     parameters.initialise();
     return owner.configuration;
@@ -27,12 +27,21 @@ int blockForRate(const wave::Environment& environment)
 SordelinProcessor::SordelinProcessor()
     : SordelinParameters(static_cast<GenericPluginBase&>(*this), *this),
       modulationMatrix(environment, initialised(*this, *this)),
+      xySources(environment, modulationMatrix, xyControllers),
       midSideEncoder(environment),
       midSideDecoder(environment),
+      filterTargets{{environment, modulationMatrix, SordelinTargets::filterFrequency(0),
+                     SordelinTargets::filterPan(0), LevelPanTarget::Mode::Add},
+                    {environment, modulationMatrix, SordelinTargets::filterFrequency(1),
+                     SordelinTargets::filterPan(1), LevelPanTarget::Mode::Add}},
       dryTarget(environment, modulationMatrix, SordelinTargets::dryLevel, SordelinTargets::dryPan,
                 LevelPanTarget::Mode::Multiply),
       wetTarget(environment, modulationMatrix, SordelinTargets::wetLevel, SordelinTargets::wetPan,
                 LevelPanTarget::Mode::Multiply),
+      mainPeakMixer(environment, 2, Mixer::Operation::LargestMagnitude),
+      inputGate(environment, 20.0f, 0.005f),
+      sharedFilters{{environment, filterResources.resources.tables, filterResources.resources.styles.at(0)},
+                    {environment, filterResources.resources.tables, filterResources.resources.styles.at(0)}},
       engineBlock(blockForRate(environment))
 {
     static_cast<GenericPluginInfo&>(*this) = sordelinInfo();
@@ -48,12 +57,18 @@ SordelinProcessor::SordelinProcessor()
     deliverAll();
 }
 
-SordelinProcessor::~SordelinProcessor() { environment.markDestroying(); }
+SordelinProcessor::~SordelinProcessor()
+{
+    environment.markDestroying();
+    channels.clear();  // their filters leave the shared ones, which are members here
+}
 
 void SordelinProcessor::buildChannels()
 {
     for (int c = 0; c < 2; ++c) {
-        auto made = std::make_unique<SordelinChannel>(environment, *this, modulationMatrix, c);
+        auto made = std::make_unique<SordelinChannel>(environment, *this, modulationMatrix,
+                                                      std::array{&sharedFilters[0], &sharedFilters[1]},
+                                                      filterResources.resources.styles, c);
         sordelinChannels[static_cast<std::size_t>(c)] = made.get();
         channels.push_back(std::move(made));
         delayPanControllers[static_cast<std::size_t>(c)] = std::make_unique<DelayPanController>(
@@ -77,6 +92,20 @@ void SordelinProcessor::connectChannels()
             &delayPanControllers[static_cast<std::size_t>(1 - c)]->output(c));
         own.outputMixer.mixerInput(0).gain.connect(&dryTarget.output(c));
         own.outputMixer.mixerInput(1).gain.connect(&wetTarget.output(c));
+        mainPeakMixer.mixerInput(c).source = &own.mainInput;
+        connectFilters(own.loopFilters, c);
+        connectFilters(own.outputFilters, c);
+    }
+    inputGate.input = &mainPeakMixer;
+}
+
+void SordelinProcessor::connectFilters(FilterCombo& combo, int channelIndex)
+{
+    for (int number = 0; number < SordelinLimits::filters; ++number) {
+        MultiDesignFilter& filter = combo.filter(number);
+        filter.frequency.connect(&filterTargets[number].output(channelIndex));
+        filter.peak.connect(modulationMatrix.producerForTarget(SordelinTargets::filterPeak(number)));
+        filter.gate = &inputGate;
     }
 }
 

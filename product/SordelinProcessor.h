@@ -1,12 +1,16 @@
 #pragma once
 
 #include "core/GenericPluginProcessor.h"
+#include "dsp/FilterAnalyzer.h"
 #include "dsp/MidSideConverter.h"
 #include "modulation/LevelPanTarget.h"
+#include "modulation/Mixer.h"
 #include "modulation/ModulationMatrix.h"
 #include "product/DelayPanController.h"
+#include "product/FilterResources.h"
 #include "product/SordelinChannel.h"
 #include "product/SordelinParameters.h"
+#include "product/XYSources.h"
 
 #include <array>
 #include <memory>
@@ -51,14 +55,22 @@ private:
     }
     void buildChannels();
     void connectChannels();
+    void connectFilters(FilterCombo& combo, int channelIndex);
     void bindParameters();
 
     ModulationMatrix modulationMatrix;
+    XYSources xySources;
     MidSideConverter midSideEncoder;
     MidSideConverter midSideDecoder;
+    LevelPanTarget filterTargets[2];  // cut-offs, spread over the channels by the filter's pan
     LevelPanTarget dryTarget;
     LevelPanTarget wetTarget;
     std::array<std::unique_ptr<DelayPanController>, 2> delayPanControllers;
+    Mixer mainPeakMixer;       // the larger of the two inputs
+    FilterAnalyzer inputGate;  // whether something comes in
+    FilterResourcesHold filterResources;
+    DesignFilter sharedFilters[2];  // one for each filter number; its lanes are two channels, in the loop and
+                                    // on the way out
     std::array<SordelinChannel*, 2> sordelinChannels{};  // owned by the base's list
     Property<DelayLinkState> delayLinkSwitch{DelayLinkState::Separate, this};
     int engineBlock;  // samples

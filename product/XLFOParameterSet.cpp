@@ -86,7 +86,8 @@ void XLFOParameterSet::initialise()
 }
 
 XLFOParameterSetList::XLFOParameterSetList(GenericParameterOwner& owner, ModulationMatrixOwner& modulation)
-    : ParameterSetList<XLFOParameterSet>(owner, "XLFOs")
+    : SourceParameterSetList<XLFOParameterSet>(owner, "XLFOs", modulation, {SordelinSources::firstXlfo, 1},
+                                               {SordelinTargets::firstXlfo, 3})
 {
     for (int xlfo = 0; xlfo < SordelinLimits::xlfos; ++xlfo)
         addSet(std::make_unique<XLFOParameterSet>(owner, modulation, xlfo));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "modulation/ModulationTargetParameter.h"
+#include "modulation/SourceParameterSetList.h"
 #include "modulation/XLFOTypes.h"
 #include "parameters/IndexedPluginParameter.h"
 #include "parameters/ParameterSetList.h"
@@ -41,7 +42,7 @@ public:
     StepParameterSetList steps;
 };
 
-class XLFOParameterSetList : public ParameterSetList<XLFOParameterSet> {
+class XLFOParameterSetList : public SourceParameterSetList<XLFOParameterSet> {
 public:
     XLFOParameterSetList(GenericParameterOwner& owner, ModulationMatrixOwner& modulation);
 };

@@ -1,6 +1,6 @@
 #include "product/XYParameterSet.h"
 
-#include "product/SordelinLimits.h"
+#include "product/SordelinModulationIds.h"
 
 XYParameterSet::XYParameterSet(GenericParameterOwner& owner, int controller)
     : PluginParameterSet(owner, "XY Controller " + std::to_string(controller + 1)),
@@ -16,8 +16,9 @@ void XYParameterSet::initialise()
     vertical.helpText = "The pad's place from bottom to top.";
 }
 
-XYParameterSetList::XYParameterSetList(GenericParameterOwner& owner)
-    : ParameterSetList<XYParameterSet>(owner, "XY Controllers")
+XYParameterSetList::XYParameterSetList(GenericParameterOwner& owner, ModulationMatrixOwner& modulation)
+    : SourceParameterSetList<XYParameterSet>(owner, "XY Controllers", modulation,
+                                             {SordelinSources::xyHorizontal(0), 2}, {0, 0})
 {
     for (int controller = 0; controller < SordelinLimits::xyControllers; ++controller)
         addSet(std::make_unique<XYParameterSet>(owner, controller));

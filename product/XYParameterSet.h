@@ -1,7 +1,7 @@
 #pragma once
 
+#include "modulation/SourceParameterSetList.h"
 #include "parameters/FloatPluginParameter.h"
-#include "parameters/ParameterSetList.h"
 
 /// A pad whose two axes are modulation sources.
 class XYParameterSet : public PluginParameterSet {
@@ -14,7 +14,7 @@ public:
     FloatPluginParameter vertical;
 };
 
-class XYParameterSetList : public ParameterSetList<XYParameterSet> {
+class XYParameterSetList : public SourceParameterSetList<XYParameterSet> {
 public:
-    explicit XYParameterSetList(GenericParameterOwner& owner);
+    XYParameterSetList(GenericParameterOwner& owner, ModulationMatrixOwner& modulation);
 };

@@ -35,6 +35,25 @@ public:
     float value() const noexcept REALTIME { return (*this)[0]; }
 };
 
+/// Fills a block with constants, where nobody else writes it, and touches it only for a new one.
+class SteadyFill {
+public:
+    void fill(Block& block, float value, int count) noexcept REALTIME
+    {
+        if (value == heldValue && count <= held)
+            return;
+        block.fill(value, count);
+        heldValue = value;
+        held = count;
+    }
+    /// The block has been written otherwise.
+    void forget() noexcept REALTIME { held = 0; }
+
+private:
+    float heldValue = 0.0f;
+    int held = 0;  // samples that are `heldValue`
+};
+
 /// `count` rounded up to whole groups of four: how far block loops may run.
 constexpr int padded(int count) noexcept { return (count + 3) & ~3; }
 

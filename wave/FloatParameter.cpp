@@ -14,12 +14,12 @@ float fraction(float x) noexcept { return x - std::trunc(x); }
 
 FloatParameter::FloatParameter(wave::Environment& owner, float initial)
     : environment(owner),
+      targetValue(initial),
+      minimum(std::min(initial, 0.0f)),
+      maximum(std::max(initial, 1.0f)),
       block(owner),
       rampStart(initial),
-      maximum(std::max(initial, 1.0f)),
-      minimum(std::min(initial, 0.0f)),
-      span(maximum - minimum),
-      targetValue(initial)
+      span(maximum - minimum)
 {}
 
 void FloatParameter::setRange(float newMinimum, float newMaximum, float newSpan) noexcept

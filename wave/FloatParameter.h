@@ -34,6 +34,16 @@ public:
     /// The signal of this sub-block. For a reader that comes by in every block; time that went by unread is
     /// skipped.
     wave::Block& render(int count) noexcept REALTIME;
+    /// Lets `count` samples pass, if the signal rests at its target all the while: for a reader that needn't
+    /// have a block of it. False if a ramp runs; nothing has passed then, and `render` is due. May come more
+    /// than once in a sub-block, also along with `render`.
+    bool rest(int count) noexcept REALTIME
+    {
+        if (rampPosition < rampLength)
+            return false;
+        clock = environment.now() + static_cast<std::uint64_t>(count);
+        return true;
+    }
     /// The step inside `render`, for a caller that has accounted for the time itself.
     wave::Block& renderContinuing(int count) noexcept REALTIME;
 
@@ -41,24 +51,27 @@ public:
     void finishRamp() noexcept REALTIME;
 
     float target() const noexcept REALTIME { return targetValue; }
+    float lower() const noexcept REALTIME { return minimum; }
+    float upper() const noexcept REALTIME { return maximum; }
 
 private:
     bool isStale() const noexcept REALTIME;
     void turnTheShortWay(float from, float to) noexcept REALTIME;
     float automaticRampMs(float delta) const noexcept REALTIME;
 
+    // First what a signal at rest is asked for, in one cache line: most signals rest, and there are many.
     wave::Environment& environment;
-    float wrapPeriod = 0.0f;
+    std::uint64_t clock = 0;  // time up to which the signal has been rendered
+    int rampPosition = 0;     // samples
+    int rampLength = 0;       // samples
+    float targetValue;
+    float minimum;
+    float maximum;
     bool freeRunning = false;
+    int filled = 0;  // samples of `block` that hold the target, while no ramp runs
     wave::Block block;
-    int filled = 0;        // samples of `block` that hold the target, while no ramp runs
-    int rampPosition = 0;  // samples
-    int rampLength = 0;    // samples
+    float wrapPeriod = 0.0f;
     float rampStart;
     float rampStep = 0.0f;  // per sample
-    float maximum;
-    float minimum;
     float span;
-    std::uint64_t clock = 0;  // time up to which the signal has been rendered
-    float targetValue;
 };

@@ -22,6 +22,7 @@ std::vector<float> chord(std::size_t length, double base)
 PluginPlayer::Stereo rendered(std::uint32_t block, const char* readStyle)
 {
     PluginPlayer player({.block = block, .tempo = 120.0});
+    player.disableFilters();  // they look at their signals once in 32 samples of a sub-block
     player.set("Delay Buffer Read Style", readStyle);
     player.set("Delay 1 Feedback", "0.6");
     player.set("Delay 2 Cross Feedback", "0.4");

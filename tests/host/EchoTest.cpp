@@ -25,9 +25,10 @@ PluginPlayer::Stereo playImpulse(PluginPlayer& player, std::size_t length)
     return player.play(signals::impulse(length), std::vector<float>(length, 0.0f));
 }
 
-/// A player whose delays stand on their own sides, wet only.
+/// A player whose delays stand on their own sides, wet only and without filters.
 void panApart(PluginPlayer& player)
 {
+    player.disableFilters();
     player.set("Dry Enabled", "Disabled");
     player.set("Delay 1 Pan", "-1");
     player.set("Delay 2 Pan", "1");
@@ -44,6 +45,7 @@ TEST(Echo, OfTheDefaultTimeComesAtItsWholeSampleAtEveryRate)
     const double ms = 5.0 + 4995.0 * (0.05 + (value - 0.25) * (0.16 - 0.05) / 0.25);
     for (double rate : {44100.0, 48000.0, 96000.0, 192000.0}) {
         PluginPlayer player({.sampleRate = rate});
+        player.disableFilters();
         const auto delay = static_cast<std::size_t>(ms * rate / 1000.0);
         const auto [left, right] = playImpulse(player, delay + 1000);
         expectEchoes(left, {{0, 1.0}, {delay, 1.0}}, 0.0);
@@ -151,6 +153,7 @@ TEST(Echo, StandsInTheStereoFieldWhereItIsPanned)
 TEST(Echo, KeepsLevelsAndBalancesOfDryAndWet)
 {
     PluginPlayer player;
+    player.disableFilters();
     player.set("Input Level", "-12 dB");  // of what goes into the delays only
     player.set("Dry Level", "-6 dB");
     player.set("Dry Pan", "0.5");
@@ -211,6 +214,7 @@ TEST(Echo, FreezesTheLineAndRepeatsItWithoutLoss)
 TEST(Echo, RingsOnWhenTheInputEnds)
 {
     PluginPlayer player;
+    player.disableFilters();
     player.set("Delay 1 Time", "100 ms");
     player.set("Delay 1 Feedback", "0.9");
     player.set("Delay 2 Feedback", "0");

@@ -33,6 +33,12 @@ public:
         events.add(parameterEvent(0, parameter.id, *value));
         instance.flush(events);
     }
+    /// Takes both filters out of the way, where a test is about what is around them.
+    void disableFilters()
+    {
+        set("Filter 1 Enabled", "Disabled");
+        set("Filter 2 Enabled", "Disabled");
+    }
     clap_id id(const std::string& name) { return instance.parameters().require(name).id; }
     /// An event of a value by its text, `frame` frames from now.
     TimedEvent change(std::int64_t frame, const std::string& name, const std::string& text)

@@ -142,6 +142,7 @@ TEST(Robustness, LetsNoNumberOutThatIsNoneAndRecovers)
 {
     using Limits = std::numeric_limits<float>;
     PluginPlayer player;
+    player.disableFilters();
     player.set("Delay 1 Time", "10 ms");
     player.set("Delay 1 Feedback", "2.0");
     player.set("Delay 1 Cross Feedback", "1.0");
@@ -192,6 +193,8 @@ TEST(Robustness, StartsAnewAtEverySampleRate)
         const ClapParameters& parameters = plain.instance.parameters();
         events.add(parameterEvent(0, 0, parameters.fromText(0, "10 ms").value()));
         events.add(parameterEvent(0, 7, parameters.fromText(7, "10 ms").value()));
+        events.add(parameterEvent(0, 24, 0.0));  // no filters
+        events.add(parameterEvent(0, 31, 0.0));
         plain.instance.flush(events);
         RawBlock raw(4096, 0.0f);
         raw.left[0] = 1.0f;
@@ -246,6 +249,8 @@ TEST(Robustness, RunsAHundredInstancesWithoutOneHearingAnother)
         raw.left[0] = static_cast<float>(i);
         raw.events.add(parameterEvent(0, 0, 0.0));  // 5 ms
         raw.events.add(parameterEvent(0, 7, 0.0));
+        raw.events.add(parameterEvent(0, 24, 0.0));  // no filters
+        raw.events.add(parameterEvent(0, 31, 0.0));
         instances[static_cast<std::size_t>(i)]->process(raw.block);
         EXPECT_EQ(raw.outRight[240], static_cast<float>(i));
     }

@@ -29,7 +29,7 @@ TEST(ModulationTargetParameter, DeliversItsSignalToItsTarget)
     fixture.owner.matrix = fixture.matrix.get();
     fixture.parameter.deliverValue(0.25f);
     EXPECT_EQ(fixture.matrix->target(0).parameterSignal(), 0.5f);
-    EXPECT_EQ(fixture.matrix->producerForTarget(0)->currentValue(), 0.5f);
+    EXPECT_EQ(fixture.matrix->target(0).forwarder.currentValue(), 0.5f);
     EXPECT_EQ(fixture.render(*fixture.matrix->producerForTarget(0), 3), (std::vector{0.5f, 0.5f, 0.5f}));
 }
 
