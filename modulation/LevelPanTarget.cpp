@@ -18,7 +18,7 @@ LevelPanTarget::LevelPanTarget(wave::Environment& environment, ModulationMatrix&
     const ModulationRange& range = levelTarget.range;
     first.parameter.setRange(range.lower, range.upper, range.span);
     second.parameter.setRange(range.lower, range.upper, range.span);
-    baseValueChanged();
+    LevelPanTarget::baseValueChanged();
 }
 
 void LevelPanTarget::baseValueChanged() noexcept

@@ -57,11 +57,10 @@ std::vector<int> ModulationMatrix::Controller::slotsOfTargetRange(int first, int
     return slotsWhere(slotCount(), [&](int slot) { return isWithin(target(slot), first, count); });
 }
 
-std::vector<int> ModulationMatrix::Controller::slotsOfTargets(const std::vector<int>& targets) const
+std::vector<int> ModulationMatrix::Controller::slotsOfTargets(const std::vector<int>& ids) const
 {
-    return slotsWhere(slotCount(), [&](int slot) {
-        return std::find(targets.begin(), targets.end(), target(slot)) != targets.end();
-    });
+    return slotsWhere(slotCount(),
+                      [&](int slot) { return std::find(ids.begin(), ids.end(), target(slot)) != ids.end(); });
 }
 
 std::vector<int> ModulationMatrix::Controller::slotsMatching(int sourceKind, int rangeIndex) const

@@ -49,7 +49,7 @@ public:
     SlotNumbers slotsOfSources(int first, int count) const;
     SlotNumbers slotsOfTarget(int target) const { return slotsOfTargetRange(target, 1); }
     SlotNumbers slotsOfTargetRange(int first, int count) const;
-    SlotNumbers slotsOfTargets(const std::vector<int>& targets) const;
+    SlotNumbers slotsOfTargets(const std::vector<int>& ids) const;
     /// Slots with a source and a target, the source of this kind and the target with this range; -1 matches
     /// any.
     SlotNumbers slotsMatching(int sourceKind, int rangeIndex) const;

@@ -80,7 +80,8 @@ public:
     ModulationMatrix& operator=(const ModulationMatrix&) = delete;
     ~ModulationMatrix();
 
-    /// @param id  0..targetCount - 1
+    int targetCount() const noexcept REALTIME { return static_cast<int>(targets.size()); }
+    /// @param id  0..targetCount() - 1
     Target& target(int id) noexcept REALTIME { return *targets[static_cast<std::size_t>(id)]; }
     /// What the graph reads for a target. Never null, and the same for ever.
     wave::Producer* producerForTarget(int id) noexcept REALTIME;

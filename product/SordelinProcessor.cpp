@@ -27,6 +27,7 @@ int blockForRate(const wave::Environment& environment)
 SordelinProcessor::SordelinProcessor()
     : SordelinParameters(static_cast<GenericPluginBase&>(*this), *this),
       modulationMatrix(environment, initialised(*this, *this)),
+      modulationDisplay(environment, modulationMatrix),
       xySources(environment, modulationMatrix, xyControllers),
       midSideEncoder(environment),
       midSideDecoder(environment),
@@ -114,6 +115,18 @@ void SordelinProcessor::bindParameters()
     for (SordelinChannel* bound : sordelinChannels)
         bound->bindParameters(*this);
     delayLink.bind(delayLinkSwitch);
+}
+
+void SordelinProcessor::process(const float* const* inputs, int inputCount, float* const* outputs,
+                                int outputCount, int frames, unsigned& status) noexcept
+{
+    GenericPluginProcessor::process(inputs, inputCount, outputs, outputCount, frames, status);
+    modulationDisplay.update();
+}
+
+float SordelinProcessor::modulationSourceValue(int source) noexcept
+{
+    return source < SordelinSources::firstXlfo ? xySources.displayValue(source) : 0.0f;
 }
 
 void SordelinProcessor::propertyChanged(AbstractProperty&)

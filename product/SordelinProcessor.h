@@ -5,6 +5,7 @@
 #include "dsp/MidSideConverter.h"
 #include "modulation/LevelPanTarget.h"
 #include "modulation/Mixer.h"
+#include "modulation/ModulationDisplay.h"
 #include "modulation/ModulationMatrix.h"
 #include "product/DelayPanController.h"
 #include "product/FilterResources.h"
@@ -40,6 +41,14 @@ public:
     /// An echo may come at any time: a silent output says nothing.
     bool outputsSilent(const float* const*, int, int) const noexcept REALTIME override { return false; }
 
+    void process(const float* const* inputs, int inputCount, float* const* outputs, int outputCount,
+                 int frames, unsigned& status) noexcept REALTIME override;
+
+    /// What an editor shows of the modulation. Thread: audio.
+    const ModulationDisplay& display() const noexcept REALTIME { return modulationDisplay; }
+    /// Where a source stands, as 0..1.
+    float modulationSourceValue(int source) noexcept REALTIME;
+
     /// A link was switched. Thread: audio.
     void propertyChanged(AbstractProperty& property) override;
 
@@ -59,6 +68,7 @@ private:
     void bindParameters();
 
     ModulationMatrix modulationMatrix;
+    ModulationDisplay modulationDisplay;
     XYSources xySources;
     MidSideConverter midSideEncoder;
     MidSideConverter midSideDecoder;

@@ -171,3 +171,90 @@ TEST(LevelPanTarget, BalancesOrSpreadsAndNeverJumps)
         EXPECT_FLOAT_EQ(graph.render(joined.output(1), 44100).back(), second);
     }
 }
+
+namespace {
+
+/// A level and a pan that slots can reach: targets 0 and 1; the source is 1 throughout.
+struct LevelAndPan : GraphFixture {
+    explicit LevelAndPan(LevelPanTarget::Mode mode, float upper = 20.0f)
+    {
+        configuration.firstSlotTarget = 2;
+        configuration.slotCount = 2;
+        configuration.sources.resize(1);
+        configuration.ranges.resize(2);
+        configuration.ranges[0].upper = upper;
+        configuration.ranges[1].lower = -1.0f;
+        configuration.targetRanges = {0, 1, 0, 0};
+        matrix = std::make_unique<ModulationMatrix>(environment, configuration);
+        matrix->setSource(0, &source);
+        joined = std::make_unique<LevelPanTarget>(environment, *matrix, 0, 1, mode);
+    }
+    void connect(int slot, int target, float level)
+    {
+        matrix->setSlotLevel(slot, level);
+        matrix->setSlotSource(slot, 0);
+        matrix->setSlotTarget(slot, target);
+    }
+    void set(float level, float pan)
+    {
+        matrix->target(0).setParameterSignal(level);
+        matrix->target(1).setParameterSignal(pan);
+    }
+    std::vector<float> play(int channel, int samples) { return render(joined->output(channel), samples); }
+
+    ModulationConfiguration configuration;
+    FunctionProducer source{environment, constant(1.0f)};
+    std::unique_ptr<ModulationMatrix> matrix;
+    std::unique_ptr<LevelPanTarget> joined;
+};
+
+}  // namespace
+
+TEST(LevelPanTarget, TakesWhatSlotsAdd)
+{
+    struct Row {
+        LevelPanTarget::Mode mode;
+        float level, pan, onLevel, onPan, first, second;
+    };
+    for (const auto& [mode, level, pan, onLevel, onPan, first, second] :
+         {Row{LevelPanTarget::Mode::Multiply, 0.5f, 0.0f, 0.0f, 0.5f, 0.25f, 0.5f},
+          Row{LevelPanTarget::Mode::Multiply, 0.5f, -0.75f, 0.25f, 0.25f, 0.75f, 0.375f},
+          Row{LevelPanTarget::Mode::Multiply, 0.5f, 0.0f, 0.25f, 0.0f, 0.75f, 0.75f},
+          Row{LevelPanTarget::Mode::Add, 10.0f, 0.5f, 0.25f, 0.25f, 11.0f, 9.5f},
+          Row{LevelPanTarget::Mode::Add, 19.75f, 0.5f, 0.0f, 0.5f, 20.0f, 18.75f}}) {  // the level's limits
+        LevelAndPan fixture(mode);
+        fixture.set(level, pan);
+        fixture.connect(0, 0, onLevel);
+        fixture.connect(1, 1, onPan);
+        EXPECT_FLOAT_EQ(fixture.play(0, 300).back(), first);
+        EXPECT_TRUE(fixture.joined->output(0).currentBlock().isConstant());
+        EXPECT_FLOAT_EQ(fixture.play(1, 300).back(), second);
+    }
+}
+
+// The joined signals have ramps of their own, which differ from those of their two parts on the way. A slot
+// that does nothing must not be heard when it comes or goes in the midst of them.
+TEST(LevelPanTarget, PassesToTheSlotsAndBackWithoutAStep)
+{
+    for (const int slotTarget : {0, 1}) {
+        LevelAndPan fixture(LevelPanTarget::Mode::Multiply, 1.0f);
+        LevelAndPan untouched(LevelPanTarget::Mode::Multiply, 1.0f);
+        for (LevelAndPan* one : {&fixture, &untouched}) {
+            one->set(1.0f, 0.0f);
+            one->play(0, 1000);
+            one->set(0.4f, 0.1f);
+        }
+        std::vector<float> out, expected;
+        for (int i = 0; i < 40; ++i) {
+            fixture.connect(0, i % 2 ? -1 : slotTarget, 0.0f);
+            if (i == 20)
+                for (LevelAndPan* one : {&fixture, &untouched})
+                    one->set(0.9f, 0.0f);
+            const auto part = fixture.play(0, 177);
+            const auto expectedPart = untouched.play(0, 177);
+            out.insert(out.end(), part.begin(), part.end());
+            expected.insert(expected.end(), expectedPart.begin(), expectedPart.end());
+        }
+        EXPECT_LT(signals::largestDifference(out, expected), 1e-6) << slotTarget;
+    }
+}
