@@ -5,7 +5,9 @@
 
 namespace {
 
-const PluginPatch::Settings echoes = {{"Delay 1 Feedback", "0.3"},
+// No gain rests at 1, nor a pan in the middle: neither patch has a short way that the other lacks.
+const PluginPatch::Settings echoes = {{"Input Level", "-1 dB"},
+                                      {"Delay 1 Feedback", "0.3"},
                                       {"Delay 2 Feedback", "0.3"},
                                       {"Delay 1 Cross Feedback", "0.2"},
                                       {"Delay 2 Cross Feedback", "0.2"},

@@ -16,4 +16,5 @@ protected:
 
 private:
     wave::Producer& pan;
+    wave::SteadyFill steady[2];
 };
