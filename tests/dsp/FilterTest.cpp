@@ -203,7 +203,7 @@ TEST(CleanFilter, IsItsAnalogPrototypeAtTheWarpedFrequency)
             FilterFixture fixture(rate, clean);
             fixture.filter->response.assign(response);
             fixture.filter->slope.assign(slope);
-            fixture.peakAt = [peak](std::uint64_t) { return peak; };
+            fixture.peakAt = [held = peak](std::uint64_t) { return held; };
             fixture.log2Hz = [](std::uint64_t) { return std::log2(1000.0f); };
             const std::vector<float> out = fixture.play(signals::impulse(65536));
             const int stages = slope == FilterSlope::Db48 ? 4 : slope == FilterSlope::Db24 ? 2 : 1;
