@@ -30,8 +30,8 @@ public:
     /// that a loop that runs away stays finite.
     void write(const float* samples, int count) noexcept REALTIME;
 
-    /// Where reads count from. Before the write of a block: `ReadBeforeWrite`, `count` samples of it still to
-    /// come; after it: 0.
+    /// Where reads count from. `count` samples of the present block are still to come; 0 once it has been
+    /// written.
     void setUnwritten(int count) noexcept REALTIME { readBase = ring.size() + count; }
 
     void read(int delay, float* out, int count) noexcept REALTIME override;

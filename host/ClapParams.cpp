@@ -1,25 +1,8 @@
 // The parameters of an instance as the host sees them: the table it queries, and the events it is sent.
 #include "host/ClapPluginAdapter.h"
+#include "host/ClapText.h"
 
 #include <algorithm>
-#include <cstring>
-#include <string_view>
-
-namespace {
-
-/// Copies with truncation, at a character's border, and terminates.
-void copyText(char* out, std::size_t capacity, std::string_view text)
-{
-    if (!out || capacity == 0)
-        return;
-    std::size_t length = std::min(capacity - 1, text.size());
-    while (length < text.size() && length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
-        --length;
-    std::memcpy(out, text.data(), length);
-    out[length] = '\0';
-}
-
-}  // namespace
 
 const clap_plugin_params_t ClapPluginAdapter::paramsTable{
     .count = [](const clap_plugin_t* p) { return static_cast<uint32_t>(of(p).plugin->parameterCount()); },

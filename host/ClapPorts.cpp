@@ -1,9 +1,8 @@
 // The ports of an instance, and what a host plans by: latency and tail.
 #include "host/ClapPluginAdapter.h"
+#include "host/ClapText.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 
 namespace {
@@ -28,13 +27,6 @@ struct LayoutRange {
     {}
 };
 
-void copyName(char (&out)[CLAP_NAME_SIZE], std::string_view text)
-{
-    const std::size_t length = std::min(text.size(), sizeof out - 1);
-    std::memcpy(out, text.data(), length);
-    out[length] = '\0';
-}
-
 }  // namespace
 
 void ClapPluginAdapter::buildAudioPorts()
@@ -52,7 +44,7 @@ clap_audio_port_info_t ClapPluginAdapter::portInfo(clap_id id, const char* name,
 {
     clap_audio_port_info_t info{};
     info.id = id;
-    copyName(info.name, name);
+    copyText(info.name, sizeof info.name, name);
     info.flags = isMain ? CLAP_AUDIO_PORT_IS_MAIN : 0;
     info.channel_count = static_cast<uint32_t>(plugin->channelCount());
     info.port_type = portType(plugin->layoutIndex());
@@ -83,7 +75,7 @@ const clap_plugin_audio_ports_config_t ClapPluginAdapter::audioPortsConfigTable{
         const auto channels = static_cast<uint32_t>(ChannelLayout::at(layout).channels);
         *config = {};
         config->id = static_cast<clap_id>(layout);
-        copyName(config->name, ChannelLayout::at(layout).name);
+        copyText(config->name, sizeof config->name, ChannelLayout::at(layout).name);
         config->input_port_count = (plugin.isEffect() ? 1u : 0u) + (plugin.hasSideChain() ? 1u : 0u);
         config->output_port_count = 1;
         config->has_main_input = true;
@@ -114,7 +106,7 @@ const clap_plugin_note_ports_t ClapPluginAdapter::notePortsTable{
         info->id = 0;
         info->supported_dialects = CLAP_NOTE_DIALECT_CLAP | CLAP_NOTE_DIALECT_MIDI;
         info->preferred_dialect = CLAP_NOTE_DIALECT_MIDI;
-        copyName(info->name, "Note Port");
+        copyText(info->name, sizeof info->name, "Note Port");
         return true;
     },
 };

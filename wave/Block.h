@@ -54,7 +54,4 @@ private:
     int held = 0;  // samples that are `heldValue`
 };
 
-/// `count` rounded up to whole groups of four: how far block loops may run.
-constexpr int padded(int count) noexcept { return (count + 3) & ~3; }
-
 }  // namespace wave
