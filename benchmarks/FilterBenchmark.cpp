@@ -3,6 +3,7 @@
 #include "FrameRate.h"
 #include "dsp/FilterStyles.h"
 #include "dsp/MultiDesignFilter.h"
+#include "foundation/Float4.h"
 #include "foundation/FloatingPointScope.h"
 
 #include <array>
@@ -57,6 +58,12 @@ struct TwoFilters {
                 filter->input = number == 0 ? static_cast<wave::Producer*>(&input) : filters[0][lane].get();
             }
         }
+    }
+    void runTogether() { shared[1]->follow(*shared[0]); }
+    void useKernel(const StateVariableKernel& kernel)
+    {
+        for (auto& filter : shared)
+            filter->useKernel(kernel);
     }
     void connect(wave::Producer& source)
     {
@@ -115,23 +122,33 @@ void bareLoops(benchmark::State& state)
 }
 BENCHMARK(bareLoops)->Name("floor: the bare loops of both filters");
 
-void steadyFilters(benchmark::State& state)
+void steadyFilters(benchmark::State& state, const StateVariableKernel& kernel)
 {
     TwoFilters filters;
+    filters.useKernel(kernel);
+    filters.runTogether();
     for (auto _ : state)
         filters.run();
     countFrames(state, block);
 }
-BENCHMARK(steadyFilters)->Name("both filters, 12 dB, signals at rest");
+BENCHMARK_CAPTURE(steadyFilters, common, StateVariableKernel::common())
+    ->Name("both filters, 12 dB, signals at rest");
+BENCHMARK_CAPTURE(steadyFilters, best, StateVariableKernel::best())
+    ->Name("both filters, 12 dB, signals at rest, best loop");
 
-void sweptFilters(benchmark::State& state)
+void sweptFilters(benchmark::State& state, const StateVariableKernel& kernel)
 {
     TwoFilters filters;
+    filters.useKernel(kernel);
+    filters.runTogether();
     filters.connect(filters.sweep);
     for (auto _ : state)
         filters.run();
     countFrames(state, block);
 }
-BENCHMARK(sweptFilters)->Name("both filters, 12 dB, swept at audio rate");
+BENCHMARK_CAPTURE(sweptFilters, common, StateVariableKernel::common())
+    ->Name("both filters, 12 dB, swept at audio rate");
+BENCHMARK_CAPTURE(sweptFilters, best, StateVariableKernel::best())
+    ->Name("both filters, 12 dB, swept at audio rate, best loop");
 
 }  // namespace

@@ -99,6 +99,11 @@ void GenericFilter::finish(wave::Block& in, wave::Block& out, int count) noexcep
     show(out);
 }
 
+bool GenericFilter::passesWhole() const noexcept
+{
+    return active && !switched && fadeLeft == 0 && mixBlock->isConstant() && isNear((*mixBlock)[0], 1.0f);
+}
+
 void GenericFilter::smoothSwitch(wave::Block& out, int count) noexcept
 {
     if (switched) {
@@ -119,10 +124,7 @@ void GenericFilter::generate(wave::Block* block, int count, int flags) noexcept
         Filter::generate(block, count, flags);
         return;
     }
-    // All lanes have the shape of the filter that is pulled first: they share their controls.
-    parallel->response = response.value();
-    parallel->slope = slope.value();
-    parallel->run(count);
+    parallel->run(*this, count);
 }
 
 void GenericFilter::filter(wave::Block* in, wave::Block* out, int count, int) noexcept

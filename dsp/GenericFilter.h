@@ -47,6 +47,8 @@ public:
     wave::Block& pullInput(int count) noexcept REALTIME;
     /// False if the filter is blended out and has no work to do.
     bool gather(int count, FilterSignals& signals) noexcept REALTIME;
+    /// After `gather`: what the unit gives is what the filter shows, without a blend or a fade.
+    bool passesWhole() const noexcept REALTIME;
     /// Shows the blend of the last `gather`.
     void finish(wave::Block& in, wave::Block& out, int count) noexcept REALTIME;
 

@@ -24,14 +24,86 @@ void ParallelFilterUnit::detach(GenericFilter& filter) noexcept
     laneNeedsClear.fill(true);
 }
 
-void ParallelFilterUnit::run(int count) noexcept
+void ParallelFilterUnit::run(const GenericFilter& pulled, int count) noexcept
 {
+    takeShape(pulled);
+    if (canFollow() && runBehindLeader(count))
+        return;
     if (gatherLanes(count)) {
-        beginBlock(count);
-        prepare();
-        cutSegments(count);
+        prepareLanes(count);
         processLanes(count);
     }
+    finishLanes(count);
+}
+
+void ParallelFilterUnit::takeShape(const GenericFilter& filter) noexcept
+{
+    response = filter.response.value();
+    slope = filter.slope.value();
+}
+
+bool ParallelFilterUnit::canFollow() const noexcept
+{
+    if (!leader || filters.empty() || filters.size() != leader->filters.size())
+        return false;
+    for (std::size_t lane = 0; lane < filters.size(); ++lane) {
+        const GenericFilter* const before = leader->filters[lane];
+        wave::Producer* const input = filters[lane]->input;
+        if (!input || &input->origin() != before || before->isComputed())
+            return false;
+    }
+    return true;
+}
+
+// Two loops at once take little longer than one. Returns false with the leader done, if the two had to be run
+// one after the other.
+bool ParallelFilterUnit::runBehindLeader(int count) noexcept
+{
+    leader->takeShape(*leader->filters.front());
+    const bool leaderRuns = leader->gatherLanes(count);
+    if (leaderRuns)
+        leader->prepareLanes(count);
+    bool together = leaderRuns && leader->passesWhole();
+    if (together) {
+        bool any = false;
+        for (std::size_t lane = 0; lane < lanes; ++lane) {
+            wave::Block& in =
+                lane < filters.size() ? *leader->laneOutputs[lane] : environment().silentBlock();
+            any = gatherLane(lane, in, count) || any;
+        }
+        together = any;
+    }
+    if (together) {
+        prepareLanes(count);
+        processLanesInSeries(count);
+        leader->finishLanes(count);
+        finishLanes(count);
+        return true;
+    }
+    if (leaderRuns)
+        leader->processLanes(count);
+    leader->finishLanes(count);
+    return false;
+}
+
+bool ParallelFilterUnit::passesWhole() const noexcept
+{
+    for (std::size_t lane = 0; lane < filters.size(); ++lane) {
+        if (!laneActive[lane] || !filters[lane]->passesWhole())
+            return false;
+    }
+    return true;
+}
+
+void ParallelFilterUnit::prepareLanes(int count) noexcept
+{
+    beginBlock(count);
+    prepare();
+    cutSegments(count);
+}
+
+void ParallelFilterUnit::finishLanes(int count) noexcept
+{
     for (std::size_t lane = 0; lane < filters.size(); ++lane)
         filters[lane]->finish(*laneInputs[lane], *laneOutputs[lane], count);
 }
@@ -40,18 +112,21 @@ bool ParallelFilterUnit::gatherLanes(int count) noexcept
 {
     bool any = false;
     for (std::size_t lane = 0; lane < lanes; ++lane) {
-        laneActive[lane] = false;
-        laneInputs[lane] = &environment().silentBlock();
-        if (lane < filters.size()) {
-            laneInputs[lane] = &filters[lane]->pullInput(count);
-            laneActive[lane] = filters[lane]->gather(count, laneSignals[lane]);
-        }
-        if (laneActive[lane] && laneNeedsClear[lane])
-            clearLane(static_cast<int>(lane));
-        laneNeedsClear[lane] = !laneActive[lane];
-        any = any || laneActive[lane];
+        wave::Block& in =
+            lane < filters.size() ? filters[lane]->pullInput(count) : environment().silentBlock();
+        any = gatherLane(lane, in, count) || any;
     }
     return any;
+}
+
+bool ParallelFilterUnit::gatherLane(std::size_t lane, wave::Block& in, int count) noexcept
+{
+    laneInputs[lane] = &in;
+    laneActive[lane] = lane < filters.size() && filters[lane]->gather(count, laneSignals[lane]);
+    if (laneActive[lane] && laneNeedsClear[lane])
+        clearLane(static_cast<int>(lane));
+    laneNeedsClear[lane] = !laneActive[lane];
+    return laneActive[lane];
 }
 
 void ParallelFilterUnit::cutSegments(int count) noexcept

@@ -2,10 +2,9 @@
 
 #include "dsp/ClipTable.h"
 #include "dsp/ParallelFilterUnit.h"
+#include "dsp/StateVariableKernel.h"
 #include "dsp/StateVariableTables.h"
-#include "foundation/Float4.h"
 
-#include <memory>
 #include <vector>
 
 /// What makes one characteristic differ from another at a given cut-off and peak.
@@ -23,7 +22,18 @@ public:
     /// @param sharedTables  outlives the filter
     StateVariableFilter(wave::Environment& owner, const StateVariableTables& sharedTables);
 
-    void clear() noexcept REALTIME override;
+    /// Runs on another build of the loop than the best one.
+    void useKernel(const StateVariableKernel& newKernel) noexcept REALTIME { kernel = &newKernel; }
+
+    /// Tells that the lanes of `filter` often are the inputs of the same lanes of this one: then both run at
+    /// once. It outlives this one. Thread: main.
+    void follow(StateVariableFilter& filter)
+    {
+        leader = &filter;
+        first = &filter;
+    }
+
+    void clear() noexcept REALTIME override { states = {}; }
 
 protected:
     /// @param frequency  log2 of Hz
@@ -37,38 +47,25 @@ protected:
                          float gain) noexcept REALTIME override;
     void copyCoefficients(int fromLane, int toLane, int segment) noexcept REALTIME override;
     void processLanes(int count) noexcept REALTIME override;
+    void processLanesInSeries(int count) noexcept REALTIME override;
     void clearLane(int lane) noexcept REALTIME override;
 
 private:
-    static constexpr int maxStages = 4;  // 12 dB per octave each
+    using Coefficients = StateVariableKernel::Coefficients;
+    static_assert(lanes == StateVariableKernel::lanes);
 
-    /// Of one segment: for each coefficient four lanes.
-    struct alignas(16) Coefficients {
-        float frequency[lanes];
-        float damping[maxStages][lanes];
-        float cubic[lanes];
-        float inputGain[lanes];
-        float clipInGain[lanes];
-        float clipOutGain[lanes];
-    };
-
+    StateVariableKernel::Job job() noexcept REALTIME;
     void setDampings(Coefficients& target, std::size_t lane, float resonance,
                      float peak) const noexcept REALTIME;
-    void interleaveInputs(int count) noexcept REALTIME;
-    void deinterleaveOutputs(int count) noexcept REALTIME;
-    template <int stages>
-    void runSegments(int count) noexcept REALTIME;
-    template <int stages>
-    void runLoop(const Coefficients& coefficients, int from, int count) noexcept REALTIME;
-    void clip(const Coefficients& coefficients, int from, int count) noexcept REALTIME;
 
+    StateVariableFilter* first = nullptr;  // the leader
     const StateVariableTables& tables;
     const ClipTable ownClipTable;
     const FunctionTable* clipTable;
     std::vector<Coefficients> segments;
     wave::AlignedBuffer interleaved;  // sample by sample, the four lanes side by side
-    Float4 band[maxStages];
-    Float4 low[maxStages];
+    StateVariableKernel::States states{};
+    const StateVariableKernel* kernel = &StateVariableKernel::best();
     float sampleRate = 0.0f;
     float log2SampleRate = 0.0f;
     float styleGain = 1.0f;

@@ -5,8 +5,19 @@
 // SORDELIN_PLAIN_FLOAT4 chooses the plain code, for processors without vectors and for checking one against
 // the other.
 #if !defined(SORDELIN_PLAIN_FLOAT4)
+#include <simde/x86/fma.h>
 #include <simde/x86/sse2.h>
 #endif
+
+// Code that is compiled for other processors than the rest names its variant before it includes this: its
+// functions then have names of their own, and the linker can't hand them to the rest.
+#if !defined(SORDELIN_VECTOR_VARIANT)
+#define SORDELIN_VECTOR_VARIANT common
+#endif
+
+inline namespace SORDELIN_VECTOR_VARIANT {
+
+class Float8;
 
 /// Four floats side by side. Each operation works on the four of them alike; comparisons of NaN are false, so
 /// that `max` and `min` answer their second argument when the first is NaN. Memory is aligned to 16 bytes.
@@ -24,6 +35,35 @@ public:
     friend Float4 operator*(Float4 a, Float4 b) noexcept REALTIME { return simde_mm_mul_ps(a.v, b.v); }
     friend Float4 max(Float4 a, Float4 b) noexcept REALTIME { return simde_mm_max_ps(a.v, b.v); }
     friend Float4 min(Float4 a, Float4 b) noexcept REALTIME { return simde_mm_min_ps(a.v, b.v); }
+    /// a b + c, rounded once where the processor has an operation for it.
+    friend Float4 multiplyAdd(Float4 a, Float4 b, Float4 c) noexcept REALTIME
+    {
+#if defined(SIMDE_X86_FMA_NATIVE)
+        return simde_mm_fmadd_ps(a.v, b.v, c.v);
+#else
+        return a * b + c;
+#endif
+    }
+    /// c - a b, likewise.
+    friend Float4 multiplySubtractFrom(Float4 a, Float4 b, Float4 c) noexcept REALTIME
+    {
+#if defined(SIMDE_X86_FMA_NATIVE)
+        return simde_mm_fnmadd_ps(a.v, b.v, c.v);
+#else
+        return c - a * b;
+#endif
+    }
+    /// `table[index]` for each of four indices, and what stands behind it.
+    friend void lookUpPairs(const float* table, const int* indices, Float4& at,
+                            Float4& behind) noexcept REALTIME
+    {
+        const auto pair = [&](int i) { return reinterpret_cast<const simde__m64*>(table + indices[i]); };
+        const simde__m128 none = simde_mm_setzero_ps();
+        const simde__m128 first = simde_mm_loadh_pi(simde_mm_loadl_pi(none, pair(0)), pair(1));
+        const simde__m128 second = simde_mm_loadh_pi(simde_mm_loadl_pi(none, pair(2)), pair(3));
+        at.v = simde_mm_shuffle_ps(first, second, SIMDE_MM_SHUFFLE(2, 0, 2, 0));
+        behind.v = simde_mm_shuffle_ps(first, second, SIMDE_MM_SHUFFLE(3, 1, 3, 1));
+    }
     /// The whole number at or below each, for magnitudes below 2^31; also as integers into `indices`.
     friend Float4 floorTo(Float4 a, int* indices) noexcept REALTIME
     {
@@ -42,6 +82,7 @@ public:
     }
 
 private:
+    friend class Float8;
     Float4(simde__m128 x) noexcept : v(x) {}
     simde__m128 v;
 #else
@@ -75,6 +116,20 @@ private:
     friend Float4 min(const Float4& a, const Float4& b) noexcept REALTIME
     {
         return made([&](int i) { return a.v[i] < b.v[i] ? a.v[i] : b.v[i]; });
+    }
+    friend Float4 multiplyAdd(const Float4& a, const Float4& b, const Float4& c) noexcept REALTIME
+    {
+        return a * b + c;
+    }
+    friend Float4 multiplySubtractFrom(const Float4& a, const Float4& b, const Float4& c) noexcept REALTIME
+    {
+        return c - a * b;
+    }
+    friend void lookUpPairs(const float* table, const int* indices, Float4& at,
+                            Float4& behind) noexcept REALTIME
+    {
+        at = made([&](int i) { return table[indices[i]]; });
+        behind = made([&](int i) { return table[indices[i] + 1]; });
     }
     friend Float4 floorTo(const Float4& a, int* indices) noexcept REALTIME
     {
@@ -111,3 +166,5 @@ private:
 
 /// `x` held within [low, high]; a NaN becomes `low`.
 inline Float4 clamp(Float4 x, Float4 low, Float4 high) noexcept REALTIME { return min(max(x, low), high); }
+
+}  // namespace SORDELIN_VECTOR_VARIANT

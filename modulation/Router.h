@@ -15,6 +15,7 @@ public:
     /// Thread: main, before the first block.
     void setSource(int input, wave::Producer& source);
 
+    wave::Producer& origin() noexcept REALTIME override { return solo ? solo->origin() : *this; }
     void propertyChanged(AbstractProperty& property) override;
 
     Property<int> index;     // the selected input

@@ -98,6 +98,7 @@ void SordelinProcessor::connectChannels()
         connectFilters(own.outputFilters, c);
     }
     inputGate.input = &mainPeakMixer;
+    sharedFilters[1].follow(sharedFilters[0]);
 }
 
 void SordelinProcessor::connectFilters(FilterCombo& combo, int channelIndex)

@@ -36,6 +36,8 @@ public:
     Block& currentBlock() noexcept REALTIME { return *current; }
     bool isComputed() const noexcept REALTIME { return generation == env.generationNumber(); }
 
+    /// The producer whose block the next pull shows as it is: this one, or the one it passes on.
+    virtual Producer& origin() noexcept REALTIME { return *this; }
     /// Sample 0 of the present block.
     virtual float currentValue() noexcept REALTIME;
     /// False while there is a tail to play.

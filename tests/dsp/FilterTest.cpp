@@ -1,4 +1,5 @@
 #include "FilterModel.h"
+#include "PlainKernel.h"
 #include "dsp/FilterStyles.h"
 #include "dsp/MultiDesignFilter.h"
 #include "support/GraphFixture.h"
@@ -119,6 +120,32 @@ TEST(Filter, FollowsItsDifferenceEquationsInEveryCharacteristic)
                     << characteristic << " " << static_cast<int>(response) << " " << static_cast<int>(slope);
                 EXPECT_GT(signals::rms(out, 24000, 48000), 1e-3);
             }
+        }
+    }
+}
+
+TEST(Filter, SoundsTheSameOnEveryKindOfProcessor)
+{
+    const StateVariableKernel* kernels[] = {&plainKernel(), &StateVariableKernel::common(),
+                                            &StateVariableKernel::best()};
+    for (auto response : {FilterResponse::LowPass, FilterResponse::HighPass, FilterResponse::BandPass}) {
+        for (auto slope : {FilterSlope::Db12, FilterSlope::Db24, FilterSlope::Db48}) {
+            std::vector<float> outputs[3];
+            for (std::size_t i = 0; i < 3; ++i) {
+                FilterFixture fixture(48000.0f, 1);
+                fixture.design->useKernel(*kernels[i]);
+                fixture.filter->response.assign(response);
+                fixture.filter->slope.assign(slope);
+                fixture.peakAt = [](std::uint64_t) { return 0.25f; };
+                fixture.log2Hz = [](std::uint64_t t) {
+                    return 10.0f + std::sin(static_cast<float>(t) * 0.003f);
+                };
+                // Loud enough to reach both ends of the clipper, in blocks that end between whole groups.
+                outputs[i] = fixture.play(signals::noise(24000, 41), 127);
+            }
+            EXPECT_EQ(signals::largestDifference(outputs[0], outputs[1]), 0.0);
+            EXPECT_LT(signals::largestDifference(outputs[1], outputs[2]), 2e-4) << kernels[2]->name;
+            EXPECT_GT(signals::rms(outputs[1], 12000, 24000), 1e-3);
         }
     }
 }
@@ -276,5 +303,80 @@ TEST(ParallelFilterUnit, KeepsItsLanesApart)
         FilterFixture alone(44100.0f, 3);
         alone.log2Hz = [lane](std::uint64_t) { return 8.0f + static_cast<float>(lane); };
         EXPECT_EQ(alone.play(signals::noise(2048, 50 + lane)), together[lane]) << lane;
+    }
+}
+
+namespace {
+
+/// Two filters in series on two lanes each, run at once or one after the other.
+struct SeriesFixture : GraphFixture {
+    SeriesFixture(const StateVariableKernel& kernel, bool atOnce)
+    {
+        environment.setSampleRate(48000.0f);
+        for (std::size_t number = 0; number < 2; ++number) {
+            shared[number] = std::make_unique<DesignFilter>(environment, tables(), styles().at(0));
+            shared[number]->useKernel(kernel);
+            for (std::size_t lane = 0; lane < 2; ++lane) {
+                auto& filter = filters[number][lane];
+                filter = std::make_unique<MultiDesignFilter>(environment, *shared[number], styles());
+                filter->characteristic.assign(number == 0 ? 1 : 4);
+                filter->frequency.connect(&frequencies[number]);
+                filter->peak.assign(0.3f);
+                filter->input =
+                    number == 0 ? static_cast<wave::Producer*>(&sources[lane]) : filters[0][lane].get();
+            }
+        }
+        if (atOnce)
+            shared[1]->follow(*shared[0]);
+    }
+    void setSlopes(FilterSlope first, FilterSlope second)
+    {
+        for (std::size_t lane = 0; lane < 2; ++lane) {
+            filters[0][lane]->slope.assign(first);
+            filters[1][lane]->slope.assign(second);
+        }
+    }
+    void setMix(std::size_t number, float mix)
+    {
+        for (auto& filter : filters[number])
+            filter->mix.assign(mix);
+    }
+
+    FunctionProducer sources[2]{{environment, playing(signals::noise(24000, 60))},
+                                {environment, playing(signals::noise(24000, 61))}};
+    // Their coefficients change at different samples.
+    FunctionProducer frequencies[2]{
+        {environment, [](std::uint64_t t) { return 10.0f + std::sin(static_cast<float>(t) * 0.004f); }},
+        {environment, [](std::uint64_t t) { return 11.0f + std::sin(static_cast<float>(t) * 0.0013f); }}};
+    std::unique_ptr<DesignFilter> shared[2];
+    std::unique_ptr<MultiDesignFilter> filters[2][2];
+};
+
+}  // namespace
+
+TEST(StateVariableFilter, GivesTheSameWhetherItRunsBesideTheOneBeforeItOrBehindIt)
+{
+    const FilterSlope slopes[] = {FilterSlope::Db12, FilterSlope::Db24, FilterSlope::Db48};
+    for (const auto* kernel :
+         {&plainKernel(), &StateVariableKernel::common(), &StateVariableKernel::best()}) {
+        SeriesFixture atOnce(*kernel, true), inTurn(*kernel, false);
+        int block = 0;
+        const auto play = [&block](SeriesFixture& fixture, FilterSlope first, FilterSlope second) {
+            fixture.setSlopes(first, second);
+            return fixture.render(*fixture.filters[1][1], 640, 1 + block % 128, [&](std::uint64_t t) {
+                // One of them is off for a while, and fades out and in on the way.
+                fixture.setMix(t / 960 % 2, t % 1920 < 480 ? 0.0f : 1.0f);
+            });
+        };
+        for (int round = 0; round < 2; ++round) {
+            for (const FilterSlope first : slopes) {
+                for (const FilterSlope second : slopes) {
+                    block += 37;
+                    const auto expected = play(inTurn, first, second);
+                    EXPECT_EQ(play(atOnce, first, second), expected) << kernel->name << " " << block;
+                    EXPECT_GT(signals::rms(expected, 0, 640), 1e-3);
+                }
+            }
+        }
     }
 }

@@ -1,0 +1,8 @@
+#include "dsp/StateVariableLoop.h"
+
+const StateVariableKernel& StateVariableKernel::common()
+{
+    static constexpr StateVariableKernel kernel{"common", &StateVariableLoop::run,
+                                                &StateVariableLoop::runInSeries};
+    return kernel;
+}

@@ -1,0 +1,355 @@
+#pragma once
+
+// The loop of the state-variable filter, for the sources that build it for one kind of processor each. It
+// calls nothing that other sources share, since that might be built for another kind.
+#include "dsp/StateVariableKernel.h"
+#include "foundation/Float8.h"
+
+inline namespace SORDELIN_VECTOR_VARIANT {
+
+class StateVariableLoop {
+public:
+    using Job = StateVariableKernel::Job;
+    static constexpr int lanes = StateVariableKernel::lanes;
+
+    static void run(const Job& job, int count) noexcept REALTIME
+    {
+        interleave(job, count);
+        const Job* const jobs[] = {&job};
+        chooseStages<1>(jobs, count);
+        deinterleave(job, count);
+    }
+
+    static void runInSeries(const Job& first, const Job& second, int count) noexcept REALTIME
+    {
+        if (first.stages != second.stages) {
+            run(first, count);
+            run(second, count);
+            return;
+        }
+        interleave(first, count);
+        const Job* const jobs[] = {&first, &second};
+        chooseStages<2>(jobs, count);
+        deinterleave(first, count);
+        deinterleave(second, count);
+    }
+
+private:
+    using Coefficients = StateVariableKernel::Coefficients;
+
+    static void interleave(const Job& job, int count) noexcept REALTIME
+    {
+        for (int i = 0; i < count; i += Float4::width) {
+            Float4 a = Float4::load(job.inputs[0] + i);
+            Float4 b = Float4::load(job.inputs[1] + i);
+            Float4 c = Float4::load(job.inputs[2] + i);
+            Float4 d = Float4::load(job.inputs[3] + i);
+            transpose(a, b, c, d);
+            float* out = job.scratch + lanes * i;
+            a.store(out);
+            b.store(out + 4);
+            c.store(out + 8);
+            d.store(out + 12);
+        }
+    }
+
+    static void deinterleave(const Job& job, int count) noexcept REALTIME
+    {
+        for (int i = 0; i < count; i += Float4::width) {
+            const float* in = job.scratch + lanes * i;
+            Float4 a = Float4::load(in);
+            Float4 b = Float4::load(in + 4);
+            Float4 c = Float4::load(in + 8);
+            Float4 d = Float4::load(in + 12);
+            transpose(a, b, c, d);
+            a.store(job.outputs[0] + i);
+            b.store(job.outputs[1] + i);
+            c.store(job.outputs[2] + i);
+            d.store(job.outputs[3] + i);
+        }
+    }
+
+    template <int filters>
+    static void chooseStages(const Job* const (&jobs)[filters], int count) noexcept REALTIME
+    {
+        if (jobs[0]->stages == 1)
+            runSegments<filters, 1>(jobs, count);
+        else if (jobs[0]->stages == 2)
+            runSegments<filters, 2>(jobs, count);
+        else
+            runSegments<filters, 4>(jobs, count);
+    }
+
+    /// Goes on to where the coefficients of any filter change, again and again.
+    template <int filters, int stages>
+    static void runSegments(const Job* const (&jobs)[filters], int count) noexcept REALTIME
+    {
+        const Coefficients* segments[filters];
+        const int* lengths[filters];
+        int left[filters];
+        float* samples[filters];
+        for (int n = 0; n < filters; ++n) {
+            segments[n] = jobs[n]->segments;
+            lengths[n] = jobs[n]->segmentLengths;
+            left[n] = *lengths[n];
+            samples[n] = jobs[n]->scratch;
+        }
+        while (count > 0) {
+            int length = left[0];
+            for (int n = 1; n < filters; ++n)
+                length = left[n] < length ? left[n] : length;
+            Chain<filters, stages>(jobs, segments).run(samples, length);
+            count -= length;
+            for (int n = 0; n < filters; ++n) {
+                samples[n] += lanes * length;
+                left[n] -= length;
+                if (left[n] == 0 && count > 0) {
+                    ++segments[n];
+                    left[n] = *++lengths[n];
+                }
+            }
+        }
+    }
+
+    // One vector holds the four lanes of one filter, or those of two.
+
+    /// Of each filter the four values that `place` finds.
+    template <int filters, class F>
+    static auto loadEach(F place) noexcept REALTIME
+    {
+        if constexpr (filters == 1)
+            return Float4::load(place(0));
+        else
+            return Float8(Float4::load(place(0)), Float4::load(place(1)));
+    }
+    /// The values of one filter.
+    template <int n>
+    static Float4 part(const Float4& x) noexcept REALTIME
+    {
+        return x;
+    }
+    template <int n>
+    static Float4 part(const Float8& x) noexcept REALTIME
+    {
+        return n == 0 ? x.lower() : x.upper();
+    }
+    /// `a` where the filter's entry in `chosen` is set, else `b`.
+    static Float4 choose(const bool* chosen, const Float4& a, const Float4& b) noexcept REALTIME
+    {
+        return chosen[0] ? a : b;
+    }
+    static Float8 choose(const bool* chosen, const Float8& a, const Float8& b) noexcept REALTIME
+    {
+        return {chosen[0] ? a.lower() : b.lower(), chosen[1] ? a.upper() : b.upper()};
+    }
+
+    template <class Vector>
+    struct Mix {
+        Vector low, band, high;
+    };
+
+    template <class Vector>
+    struct Stage {
+        Vector q;
+        Vector band;
+        Vector low;
+
+        /// Three rounds with the same input. The cubic term is off the path from one round to the next.
+        template <bool cubic>
+        Vector step(Vector x, Vector f, Vector k, const Mix<Vector>& mix) noexcept REALTIME
+        {
+            Vector high;
+            for (int round = 0; round < 3; ++round) {
+                const Vector bent = cubic ? multiplySubtractFrom(k * band, band * band, band) : band;
+                low = multiplyAdd(f, band, low);
+                high = multiplySubtractFrom(q, band, x) - low;
+                band = multiplyAdd(high, f, bent);
+            }
+            band = clamp(band, Vector(-1.0f), Vector(1.0f));
+            low = clamp(low, Vector(-10.0f), Vector(10.0f));
+            return multiplyAdd(mix.band, band, multiplyAdd(mix.low, low, mix.high * high));
+        }
+    };
+
+    /// The clipper of one filter.
+    struct Clip {
+        Clip(const StateVariableKernel::Clipper& clipper, const Coefficients& coefficients) noexcept REALTIME
+            : values(clipper.values),
+              first(clipper.first),
+              lowest(static_cast<float>(clipper.first)),
+              highest(static_cast<float>(clipper.last)),
+              offset(clipper.offset),
+              inGain(Float4::load(coefficients.clipInGain)),
+              outGain(Float4::load(coefficients.clipOutGain))
+        {}
+        Float4 operator()(Float4 x) const noexcept REALTIME
+        {
+            alignas(16) int index[lanes];
+            const Float4 place = clamp(multiplyAdd(x, inGain, offset), lowest, highest);
+            const Float4 weight = place - floorTo(place, index);
+            for (int& entry : index)
+                entry -= first;
+            Float4 at, behind;
+            lookUpPairs(values, index, at, behind);
+            return multiplyAdd(behind - at, weight, at) * outGain;
+        }
+
+        const float* values;
+        int first;
+        Float4 lowest, highest, offset, inGain, outGain;
+    };
+
+    /// All stages of one filter, or of two in series side by side, with the signal on its way through them.
+    /// Each stage is a sample behind the one before it, so that none waits for another, and the second filter
+    /// one more behind the first one's clipper.
+    template <int filters, int stages>
+    class Chain {
+    public:
+        using Vector = decltype(loadEach<filters>([](int) { return static_cast<const float*>(nullptr); }));
+
+        Chain(const Job* const (&chainJobs)[filters],
+              const Coefficients* const (&segments)[filters]) noexcept REALTIME
+            : jobs(chainJobs),
+              clips{Clip(chainJobs[0]->clipper, *segments[0]),
+                    Clip(chainJobs[filters - 1]->clipper, *segments[filters - 1])}
+        {
+            f = loadEach<filters>([&](int n) { return segments[n]->frequency; });
+            k = loadEach<filters>([&](int n) { return segments[n]->cubic; });
+            gain = loadEach<filters>([&](int n) { return segments[n]->inputGain; });
+            alignas(16) float values[3][filters][lanes];
+            for (int n = 0; n < filters; ++n) {
+                Float4(chainJobs[n]->mix.low).store(values[0][n]);
+                Float4(chainJobs[n]->mix.band).store(values[1][n]);
+                Float4(chainJobs[n]->mix.high).store(values[2][n]);
+            }
+            mix.low = loadEach<filters>([&](int n) { return values[0][n]; });
+            mix.band = loadEach<filters>([&](int n) { return values[1][n]; });
+            mix.high = loadEach<filters>([&](int n) { return values[2][n]; });
+            for (int s = 0; s < stages; ++s) {
+                live[s].q = loadEach<filters>([&](int n) { return segments[n]->damping[s]; });
+                live[s].band = loadEach<filters>([&](int n) { return chainJobs[n]->states->band[s]; });
+                live[s].low = loadEach<filters>([&](int n) { return chainJobs[n]->states->low[s]; });
+            }
+        }
+
+        /// @param samples  of each filter; the first one's hold the input
+        void run(float* const (&samples)[filters], int length) noexcept REALTIME
+        {
+            const int steps = length + depth - 1;
+            int t = 0;
+            for (; t < depth - 1 && t < steps; ++t)
+                runEdge(samples, length, t);
+            runMiddle(samples, t, length);
+            for (t = t < length ? length : t; t < steps; ++t)
+                runEdge(samples, length, t);
+            for (int s = 0; s < stages; ++s) {
+                store<0>(s);
+                store<filters - 1>(s);
+            }
+        }
+
+    private:
+        static constexpr int lag = stages + 1;                      // steps of the second filter
+        static constexpr int depth = stages + (filters - 1) * lag;  // until a sample is through
+
+        template <int n>
+        void store(int s) noexcept REALTIME
+        {
+            part<n>(live[s].band).store(jobs[n]->states->band[s]);
+            part<n>(live[s].low).store(jobs[n]->states->low[s]);
+        }
+
+        /// What comes into the first stages.
+        Vector input(Float4 sample, [[maybe_unused]] Float4 secondSample) const noexcept REALTIME
+        {
+            if constexpr (filters == 1)
+                return sample * gain;
+            else
+                return Float8(sample, secondSample) * gain;
+        }
+        Vector clip(const Vector& x) const noexcept REALTIME
+        {
+            if constexpr (filters == 1)
+                return clips[0](x);
+            else
+                return Float8(clips[0](x.lower()), clips[1](x.upper()));
+        }
+        static Vector step(Stage<Vector>& stage, const Vector& x, int s, const Chain& chain) noexcept REALTIME
+        {
+            return s == 0 ? stage.template step<true>(x, chain.f, chain.k, chain.mix)
+                          : stage.template step<false>(x, chain.f, chain.k, chain.mix);
+        }
+
+        /// The steps in which every stage has a sample. On copies, which stay in registers.
+        void runMiddle(float* const (&samples)[filters], int from, int to) noexcept REALTIME
+        {
+            const Chain chain = *this;
+            Stage<Vector> stage[stages];
+            Vector pipe[stages];
+            for (int s = 0; s < stages; ++s) {
+                stage[s] = live[s];
+                pipe[s] = passing[s];
+            }
+            Float4 clipped[2] = {between[0], between[1]};
+            float* out = samples[0];
+            float* secondOut = samples[filters - 1];
+            for (int t = from; t < to; ++t) {
+                const Vector first = chain.input(Float4::load(out + lanes * t), clipped[1]);
+                for (int s = stages - 1; s >= 0; --s)
+                    pipe[s] = step(stage[s], s == 0 ? first : pipe[s - 1], s, chain);
+                const Vector x = chain.clip(pipe[stages - 1]);
+                clipped[1] = clipped[0];
+                clipped[0] = part<0>(x);
+                clipped[0].store(out + lanes * (t - (stages - 1)));
+                if constexpr (filters == 2)
+                    part<1>(x).store(secondOut + lanes * (t - (depth - 1)));
+            }
+            for (int s = 0; s < stages; ++s) {
+                live[s] = stage[s];
+                passing[s] = pipe[s];
+            }
+            between[0] = clipped[0];
+            between[1] = clipped[1];
+        }
+
+        /// A step in which the first samples have not come to the last stages, or the last ones have left the
+        /// first stages: those stand still.
+        void runEdge(float* const (&samples)[filters], int length, int t) noexcept REALTIME
+        {
+            const Vector first =
+                input(t < length ? Float4::load(samples[0] + lanes * t) : Float4(), between[1]);
+            for (int s = stages - 1; s >= 0; --s) {
+                bool busy[filters];
+                for (int n = 0; n < filters; ++n) {
+                    const int sample = t - s - n * lag;
+                    busy[n] = sample >= 0 && sample < length;
+                }
+                const Stage<Vector> before = live[s];
+                passing[s] = step(live[s], s == 0 ? first : passing[s - 1], s, *this);
+                live[s].band = choose(busy, live[s].band, before.band);
+                live[s].low = choose(busy, live[s].low, before.low);
+                if (s < stages - 1)
+                    continue;
+                const Vector x = clip(passing[s]);
+                between[1] = between[0];
+                between[0] = part<0>(x);
+                if (busy[0])
+                    between[0].store(samples[0] + lanes * (t - s));
+                if constexpr (filters == 2) {
+                    if (busy[1])
+                        part<1>(x).store(samples[1] + lanes * (t - (depth - 1)));
+                }
+            }
+        }
+
+        const Job* const (&jobs)[filters];
+        Clip clips[2];
+        Vector f, k, gain;
+        Mix<Vector> mix;
+        Stage<Vector> live[stages];
+        Vector passing[stages];  // behind each stage
+        Float4 between[2];       // behind the first filter, the newer one first
+    };
+};
+
+}  // namespace SORDELIN_VECTOR_VARIANT

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "foundation/Float4.h"
+
+#if defined(SIMDE_X86_AVX_NATIVE) || (defined(__AVX2__) && !defined(SORDELIN_PLAIN_FLOAT4))
+#include <simde/x86/avx.h>
+#define SORDELIN_WIDE_FLOAT8 1
+#endif
+
+inline namespace SORDELIN_VECTOR_VARIANT {
+
+/// Two Float4 side by side, in one register where there are such.
+class Float8 {
+public:
+    static constexpr int width = 8;
+
+#if defined(SORDELIN_WIDE_FLOAT8)
+    Float8() noexcept : v(simde_mm256_setzero_ps()) {}
+    Float8(float x) noexcept : v(simde_mm256_set1_ps(x)) {}
+    Float8(Float4 low, Float4 high) noexcept
+        : v(simde_mm256_insertf128_ps(simde_mm256_castps128_ps256(low.v), high.v, 1))
+    {}
+    Float4 lower() const noexcept REALTIME { return simde_mm256_castps256_ps128(v); }
+    Float4 upper() const noexcept REALTIME { return simde_mm256_extractf128_ps(v, 1); }
+    friend Float8 operator+(Float8 a, Float8 b) noexcept REALTIME { return simde_mm256_add_ps(a.v, b.v); }
+    friend Float8 operator-(Float8 a, Float8 b) noexcept REALTIME { return simde_mm256_sub_ps(a.v, b.v); }
+    friend Float8 operator*(Float8 a, Float8 b) noexcept REALTIME { return simde_mm256_mul_ps(a.v, b.v); }
+    friend Float8 max(Float8 a, Float8 b) noexcept REALTIME { return simde_mm256_max_ps(a.v, b.v); }
+    friend Float8 min(Float8 a, Float8 b) noexcept REALTIME { return simde_mm256_min_ps(a.v, b.v); }
+    friend Float8 multiplyAdd(Float8 a, Float8 b, Float8 c) noexcept REALTIME
+    {
+#if defined(SIMDE_X86_FMA_NATIVE)
+        return simde_mm256_fmadd_ps(a.v, b.v, c.v);
+#else
+        return a * b + c;
+#endif
+    }
+    friend Float8 multiplySubtractFrom(Float8 a, Float8 b, Float8 c) noexcept REALTIME
+    {
+#if defined(SIMDE_X86_FMA_NATIVE)
+        return simde_mm256_fnmadd_ps(a.v, b.v, c.v);
+#else
+        return c - a * b;
+#endif
+    }
+
+private:
+    Float8(simde__m256 x) noexcept : v(x) {}
+    simde__m256 v;
+#else
+    Float8() noexcept = default;
+    Float8(float x) noexcept : low(x), high(x) {}
+    Float8(Float4 lowerHalf, Float4 upperHalf) noexcept : low(lowerHalf), high(upperHalf) {}
+    Float4 lower() const noexcept REALTIME { return low; }
+    Float4 upper() const noexcept REALTIME { return high; }
+    friend Float8 operator+(const Float8& a, const Float8& b) noexcept REALTIME
+    {
+        return {a.low + b.low, a.high + b.high};
+    }
+    friend Float8 operator-(const Float8& a, const Float8& b) noexcept REALTIME
+    {
+        return {a.low - b.low, a.high - b.high};
+    }
+    friend Float8 operator*(const Float8& a, const Float8& b) noexcept REALTIME
+    {
+        return {a.low * b.low, a.high * b.high};
+    }
+    friend Float8 max(const Float8& a, const Float8& b) noexcept REALTIME
+    {
+        return {max(a.low, b.low), max(a.high, b.high)};
+    }
+    friend Float8 min(const Float8& a, const Float8& b) noexcept REALTIME
+    {
+        return {min(a.low, b.low), min(a.high, b.high)};
+    }
+    friend Float8 multiplyAdd(const Float8& a, const Float8& b, const Float8& c) noexcept REALTIME
+    {
+        return {multiplyAdd(a.low, b.low, c.low), multiplyAdd(a.high, b.high, c.high)};
+    }
+    friend Float8 multiplySubtractFrom(const Float8& a, const Float8& b, const Float8& c) noexcept REALTIME
+    {
+        return {multiplySubtractFrom(a.low, b.low, c.low), multiplySubtractFrom(a.high, b.high, c.high)};
+    }
+
+private:
+    Float4 low;
+    Float4 high;
+#endif
+};
+
+/// `x` held within [low, high]; a NaN becomes `low`.
+inline Float8 clamp(Float8 x, Float8 low, Float8 high) noexcept REALTIME { return min(max(x, low), high); }
+
+}  // namespace SORDELIN_VECTOR_VARIANT
