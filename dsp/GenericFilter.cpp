@@ -67,6 +67,10 @@ wave::Block& GenericFilter::pullInput(int count) noexcept
 
 bool GenericFilter::gather(int count, FilterSignals& signals) noexcept
 {
+    mixBlock = &mix.pull(count);
+    active = !(mixBlock->isConstant() && isNear((*mixBlock)[0], 0.0f));
+    if (!active)
+        return false;
     const wave::Block& frequencies = frequency.pull(count);
     const wave::Block& peaks = peak.pull(count);
     const wave::Block& gains = gain.pull(count);
@@ -76,9 +80,7 @@ bool GenericFilter::gather(int count, FilterSignals& signals) noexcept
     signals.gain = gains.data();
     signals.gate = gated ? gate->pull(count).data() : nullptr;
     signals.allConstant = frequencies.isConstant() && peaks.isConstant() && gains.isConstant();
-    mixBlock = &mix.pull(count);
-    active = !(mixBlock->isConstant() && isNear((*mixBlock)[0], 0.0f));
-    return active;
+    return true;
 }
 
 void GenericFilter::finish(wave::Block& in, wave::Block& out, int count) noexcept
