@@ -21,12 +21,17 @@ void addProduct(const wave::Block& level, const wave::Block& source, const float
 }
 
 /// Gets the slot's level for the whole block. False if it doesn't stand still. A level that no slot modulates
-/// is asked where it is made, and its block is never filled: with many slots the memory touched counts.
-bool isSteady(const ModulationSlot& slot, int count, float& value) noexcept
+/// is asked where it is made, and no more until it moves: with many slots the memory touched counts.
+bool isSteady(ModulationSlot& slot, int count, float& value) noexcept
 {
+    if (slot.levelRests) {
+        value = slot.restingLevel;
+        return true;
+    }
     if (slot.plainLevel) {
-        value = slot.plainLevel->target();
-        return slot.plainLevel->rest(count);
+        value = slot.restingLevel = slot.plainLevel->target();
+        slot.levelRests = slot.plainLevel->rest(count);
+        return slot.levelRests;
     }
     const wave::Block& level = slot.level->pull(count);
     value = level[0];
@@ -51,14 +56,15 @@ bool GlobalModulationProducer::sumSteady(int count, float& sum) noexcept
 {
     if (!target.base.rest(count))
         return false;
-    sum = target.base.target();
-    for (const ModulationSlot* slot = target.firstActive; slot; slot = slot->next) {
+    float total = target.base.target();
+    for (ModulationSlot* slot = target.firstActive; slot; slot = slot->next) {
         const wave::Block& source = slot->signal->pull(count);
         float level = 0.0f;
         if (!source.isConstant() || !isSteady(*slot, count, level))
             return false;
-        sum += level * source[0];
+        total += level * source[0];
     }
+    sum = total;
     return true;
 }
 

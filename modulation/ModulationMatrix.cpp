@@ -16,6 +16,8 @@ ModulationMatrix::Target::Target(wave::Environment& environment, const Modulatio
 
 void ModulationMatrix::Target::setParameterSignal(float signal) noexcept
 {
+    if (levelOf)
+        levelOf->wakeLevel();
     lastSignal = signal;
     base.setValue(signal * signalScale, FloatParameter::automaticRamp);
     if (changeListener)
@@ -24,6 +26,8 @@ void ModulationMatrix::Target::setParameterSignal(float signal) noexcept
 
 void ModulationMatrix::Target::setScale(float newScale) noexcept
 {
+    if (levelOf)
+        levelOf->wakeLevel();
     signalScale = newScale;
     updateLimits();
     // A ramp that runs in the units of the old scale must not go on in those of the new one.
@@ -71,6 +75,7 @@ ModulationMatrix::ModulationMatrix(wave::Environment& environment,
     for (int index = 0; index < configuration.slotCount; ++index) {
         const int level = configuration.firstSlotTarget + index;
         slots.emplace_back(index, level, *producerForTarget(level), target(level).base);
+        target(level).levelOf = &slots.back();  // which stays: there is room for all
     }
 }
 
@@ -159,6 +164,7 @@ void ModulationMatrix::slotsChanged(int changedTarget) noexcept
     if (owner < 0 || owner >= slotCount())
         return;
     Target& level = target(changedTarget);
+    slotAt(owner).wakeLevel();
     slotAt(owner).plainLevel = level.slots.empty() ? &level.base : nullptr;
 }
 

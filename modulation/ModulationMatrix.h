@@ -63,6 +63,7 @@ public:
         alignas(cacheLine) FloatParameter base;
         FloatParameterForwarder forwarder;
         SecondaryTarget* changeListener = nullptr;  // not owned; told after the base has moved
+        ModulationSlot* levelOf = nullptr;          // the slot whose level this is, if it is one
 
     private:
         void updateLimits() noexcept REALTIME;

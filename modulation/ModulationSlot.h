@@ -23,4 +23,14 @@ struct alignas(64) ModulationSlot {
     FloatParameter* plainLevel;        // the same without a slot on the level; null with one
     wave::Producer* signal = nullptr;  // the source's, while the slot is active
     ModulationSlot* next = nullptr;    // the next active one on the same target
+    bool levelRests = false;           // `plainLevel` stands at `restingLevel`, and has passed no time since
+    float restingLevel = 0.0f;
+
+    /// Before `plainLevel` moves: it has stood there until now.
+    void wakeLevel() noexcept REALTIME
+    {
+        if (levelRests && plainLevel)
+            plainLevel->rest(0);
+        levelRests = false;
+    }
 };
