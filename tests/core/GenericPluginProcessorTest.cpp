@@ -1,3 +1,4 @@
+#include "MidiRecorder.h"
 #include "TestProcessor.h"
 
 #include <gtest/gtest.h>
@@ -13,8 +14,10 @@ const std::vector<float> ones(512, 1.0f);
 struct ControllerRecorder : GenericPluginProcessor::ProcessorAdapter {
     void controllerActivity(int controller) noexcept override { controllers.push_back(controller); }
     void parameterChangedByProcessor(int index) noexcept override { changed.push_back(index); }
+    void programChange(int bank, int program) noexcept override { programs.push_back({bank, program}); }
     std::vector<int> controllers;
     std::vector<int> changed;
+    std::vector<std::pair<int, int>> programs;
 };
 
 }  // namespace
@@ -115,4 +118,48 @@ TEST(GenericPluginProcessor, KeepsTheBeatRunningInAStoppedSong)
     EXPECT_NEAR(advance(0.0f, 255.99f, false), 0.01f, 1e-4);  // no tempo is 120; 256 beats is 0
     processor.reset();
     EXPECT_NEAR(advance(120.0f, 255.99f, false), 0.0f, 1e-6);
+}
+
+TEST(GenericPluginProcessor, TellsWhichControllerAndWhichProgramCame)
+{
+    TestProcessor processor;
+    ControllerRecorder adapter;
+    processor.setAdapter(&adapter);
+    processor.queueMidi({0xB0, 7, 100, 0});
+    processor.queueMidi({0xB2, 74, 1, 9});
+    processor.play(ones);
+    processor.queueMidi({0x90, 60, 100, 0});  // the controllers of the last run are forgotten
+    processor.play(ones);
+    processor.queueMidi({0xB0, 32, 3, 0});
+    processor.queueMidi({0xC0, 9, 0, 0});
+    processor.play(ones);
+    EXPECT_EQ(adapter.controllers, (std::vector<int>{74, -1, -1}));
+    EXPECT_EQ(adapter.programs, (std::vector<std::pair<int, int>>{{3, 9}}));
+}
+
+TEST(GenericPluginProcessor, PlaysNotesBeforeItsListenersHearAndLetsGoWhenMidiIsSwitchedOff)
+{
+    struct Player : TestProcessor {
+        Player() { midiStateParameter = &midiState; }
+        void noteOn(int key, float) noexcept override { notes.add("engine on %d", key); }
+        void noteOff(int key, float velocity) noexcept override
+        {
+            notes.add("engine off %d %d", key, MidiRecorder::thousandths(velocity));
+        }
+        IndexedPluginParameter<MidiState> midiState{this, "Midi State"};
+        MidiRecorder notes;
+    } processor;
+    constexpr std::string_view items[] = {"Disabled", "Enabled"};
+    processor.midiState.setItems(items, GenericPluginBase::MidiState::Disabled);
+    processor.musicEvents().channel(0)->addListener(processor.notes);
+    processor.queueMidi({0x90, 60, 127, 0});
+    processor.queueMidi({0x80, 60, 0, 1});
+    processor.play(ones);
+    processor.midiState.setValue(1.0f, noEcho);
+    processor.play(ones);
+    processor.midiState.setValue(0.0f, noEcho);
+    processor.play(ones);
+    EXPECT_EQ(processor.notes.heard,
+              (std::vector<std::string>{"engine on 60", "on 60 1000", "engine off 60 0", "off 60 0",
+                                        "engine off 0 1000"}));
 }
