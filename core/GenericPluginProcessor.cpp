@@ -196,7 +196,19 @@ void GenericPluginProcessor::noteOn(int, float) noexcept {}
 
 void GenericPluginProcessor::noteOff(int, float) noexcept {}
 
-void GenericPluginProcessor::controllerMoved(int number, float) noexcept { lastController = number; }
+void GenericPluginProcessor::controllerMoved(int number, float value) noexcept
+{
+    lastController = number;
+    const std::int32_t target = mapping.targetOf(number);
+    if (target >= ControllerMapping::firstVirtualTarget) {
+        const auto position = static_cast<std::size_t>(target - ControllerMapping::firstVirtualTarget);
+        if (position < virtualMidiParameters.size())
+            virtualMidiParameters[position]->setNormalised(value);
+    } else if (target >= 0 && target < parameterCount()) {
+        AbstractPluginParameter& moved = parameter(target);
+        moved.setValue(moved.normalToValue(value), announceChange);
+    }
+}
 
 void GenericPluginProcessor::programChanged(int bank, int program) noexcept
 {

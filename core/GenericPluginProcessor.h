@@ -2,6 +2,7 @@
 
 #include "core/AbstractMusicEventReceiver.h"
 #include "core/BypassProcessor.h"
+#include "core/ControllerMapping.h"
 #include "core/GenericPluginBase.h"
 #include "core/MidiDecoder.h"
 #include "core/MidiMessage.h"
@@ -73,6 +74,9 @@ public:
     /// Where decoded MIDI goes. There since `createEngine`.
     AbstractMusicEventReceiver& musicEvents() const noexcept REALTIME { return *musicEventReceiver; }
 
+    /// What controllers move: a copy of the map that all instances share, which the adapter keeps alike.
+    ControllerMapping& controllerMapping() noexcept REALTIME { return mapping; }
+
     // Called by the receiver of decoded MIDI, at the message's sample. Thread: audio.
 
     /// @param key  0..127  @param velocity  above 0, to 1
@@ -80,7 +84,8 @@ public:
     /// Key 0 stands for all keys too: MIDI was switched off, or somebody asked for silence.
     /// @param key  0..127  @param velocity  0..1
     virtual void noteOff(int key, float velocity) noexcept REALTIME;
-    /// @param number  0..127  @param value  0..1
+    /// Moves what the controller is mapped to, if that still exists; this half, the other one and the host
+    /// learn of it as of any change that the engine makes. @param number  0..127  @param value  0..1
     void controllerMoved(int number, float value) noexcept REALTIME;
     void programChanged(int bank, int program) noexcept REALTIME;
 
@@ -154,6 +159,7 @@ private:
     LockFreeQueue<MidiMessage> midiQueue{1024, 65536};
     std::unique_ptr<AbstractMusicEventReceiver> musicEventReceiver;
     std::unique_ptr<MidiDecoder> midiDecoder;
+    ControllerMapping mapping;
     int lastController = -1;  // moved since `process` began
     int samplesSinceTransport = 0;
     LockFreeQueue<ParameterChange> parameterQueue{8192, 65536};

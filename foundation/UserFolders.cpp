@@ -56,7 +56,7 @@ std::string folderOrBelowHome(const char* variable, std::string_view fallback)
     return folder.empty() ? belowHome(fallback) : folder;
 }
 
-/// A text between quotes, as a shell reads it: up to the closing one, a "\\" taking the next character as it
+/// A text between quotes, as a shell reads it: up to the closing one, a "\" taking the next character as it
 /// is. Empty without a closing quote.
 std::string quotedText(std::string_view line)
 {

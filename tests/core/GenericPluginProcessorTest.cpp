@@ -1,5 +1,6 @@
 #include "MidiRecorder.h"
 #include "TestProcessor.h"
+#include "core/MidiMultiVirtualPluginParameter.h"
 
 #include <gtest/gtest.h>
 
@@ -162,4 +163,53 @@ TEST(GenericPluginProcessor, PlaysNotesBeforeItsListenersHearAndLetsGoWhenMidiIs
     EXPECT_EQ(processor.notes.heard,
               (std::vector<std::string>{"engine on 60", "on 60 1000", "engine off 60 0", "off 60 0",
                                         "engine off 0 1000"}));
+}
+
+TEST(GenericPluginProcessor, MovesWhatAControllerIsMappedToBeforeListenersHear)
+{
+    struct : MidiRecorder {
+        void controller(int, int, float) noexcept override { gain = processor->gain.currentValue(); }
+        TestProcessor* processor;
+        float gain = -1.0f;
+    } listener;
+    TestProcessor processor;
+    ControllerRecorder adapter;
+    processor.setAdapter(&adapter);
+    processor.gain.setValue(0.5f, noEcho);
+    listener.processor = &processor;
+    processor.musicEvents().channel(0)->addListener(listener);
+    processor.controllerMapping().assign(1, processor.gain.index());
+    processor.queueMidi({0xB0, 1, 0, 300});
+    const std::vector<float> out = processor.play(ones);
+    EXPECT_EQ(listener.gain, 0.0f);
+    EXPECT_EQ(adapter.changed, std::vector<int>{processor.gain.index()});
+    EXPECT_EQ(out[299], 0.5f);
+    EXPECT_EQ(out[300], 0.0f);
+}
+
+TEST(GenericPluginProcessor, IgnoresTargetsThatThereAreNot)
+{
+    TestProcessor processor;
+    ControllerRecorder adapter;
+    processor.setAdapter(&adapter);
+    for (std::int32_t target : {2, 704, 0xFFFFF, 0x100000, 0x7FFFFFFF, -2, -0x7FFFFFFF}) {
+        processor.controllerMapping().assign(7, target);
+        processor.queueMidi({0xB0, 7, 100, 0});
+        processor.play(ones);
+        EXPECT_TRUE(adapter.changed.empty()) << target;
+    }
+    EXPECT_EQ(adapter.controllers.back(), 7);
+}
+
+TEST(GenericPluginProcessor, HandsAVirtualTargetTheController)
+{
+    TestProcessor processor;
+    MidiMultiVirtualPluginParameter link(processor, "Link");
+    link.addParameter(processor.gain);
+    processor.controllerMapping().assign(7, link.index());
+    processor.queueMidi({0xB0, 7, 127, 0});
+    processor.queueMidi({0xB0, 7, 0, 100});
+    const std::vector<float> out = processor.play(ones);
+    EXPECT_NEAR(out[0], 1.0f, 1e-6);
+    EXPECT_EQ(out[100], 0.0f);
 }
