@@ -15,11 +15,11 @@ endfunction()
 
 # add_layer_tests(<name> SOURCES ... [DEPENDS ...])
 #
-# One test executable per layer, of the files tests/<name>/*Test.cpp.
+# One test executable per layer, of the files tests/<name>/*Test.cpp. It runs in a temporary home.
 function(add_layer_tests name)
     cmake_parse_arguments(LAYER "" "" "SOURCES;DEPENDS" ${ARGN})
     list(TRANSFORM LAYER_SOURCES PREPEND "${name}/")
-    add_executable(${name}_tests ${LAYER_SOURCES})
+    add_executable(${name}_tests ${LAYER_SOURCES} support/TemporaryHomeEnvironment.cpp)
     target_link_libraries(${name}_tests PRIVATE ${name} test_support ${LAYER_DEPENDS} GTest::gtest GTest::gtest_main)
     add_test(NAME ${name} COMMAND ${name}_tests)
 endfunction()

@@ -1,8 +1,90 @@
 #include "core/GenericPlugin.h"
 
+#include "foundation/AtomicFile.h"
+#include "foundation/BinaryDataWriter.h"
+#include "foundation/BinaryFileReader.h"
+#include "foundation/BinaryResourceReader.h"
+#include "foundation/Paths.h"
+#include "foundation/Resources.h"
+#include "foundation/UserFolders.h"
+
 #include <chrono>
 #include <thread>
 #include <utility>
+
+namespace {
+
+constexpr const char* controllerMapName = "MidiControllerMap.mvm";
+
+}  // namespace
+
+GenericPlugin::~GenericPlugin()
+{
+    if (!shared)
+        return;
+    const std::lock_guard lock(SharedPluginData::lock());
+    shared->controllerMapping.mapChanged.removeHandler(
+        *NotifyEvent::handler(*this, &GenericPlugin::controllerMapWasChanged));
+    SharedPluginData::leave();
+}
+
+void GenericPlugin::joinProcess()
+{
+    const std::lock_guard lock(SharedPluginData::lock());
+    bool first = false;
+    shared = &SharedPluginData::join(first);
+    if (first && !loadControllerMap())
+        loadDefaultControllerMap();
+    shared->controllerMapping.mapChanged.addHandler(
+        NotifyEvent::handler(*this, &GenericPlugin::controllerMapWasChanged));
+}
+
+// The controller map.
+
+void GenericPlugin::controllerMapWasChanged(void*)
+{
+    if (adapter)
+        adapter->controllerMapChanged();
+    tellListener(Listener::ControllerMapChanged, 0);
+}
+
+void GenericPlugin::loadDefaultControllerMap()
+{
+    ControllerMapping& mapping = controllerMapping();
+    const ScopedUpdate bracket(mapping);
+    mapping.reset();
+    if (!resourceExists(controllerMapName))
+        return;
+    BinaryResourceReader reader(controllerMapName);
+    mapping.read(reader);
+}
+
+bool GenericPlugin::loadControllerMap()
+{
+    const std::string folder = productDataFolder(versionedName);
+    if (folder.empty())
+        return false;
+    BinaryFileReader reader(folder + controllerMapName);
+    return controllerMapping().read(reader);
+}
+
+ErrorResult GenericPlugin::saveControllerMap()
+{
+    ErrorResult result;
+    const std::string folder = productDataFolder(versionedName);
+    if (folder.empty()) {
+        result.reportError(ErrorReporter::failure, "There is no folder to keep the controller map in");
+        return result;
+    }
+    createFolders(folder);  // what fails here, the writing says
+    AtomicFile file(folder + controllerMapName);
+    BinaryDataWriter writer(file.stream());
+    controllerMapping().write(writer);
+    file.commit(result);
+    return result;
+}
+
+// Changes and who hears of them.
 
 void GenericPlugin::setListener(Listener* newListener)
 {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "core/GenericPluginBase.h"
+#include "core/SharedPluginData.h"
+#include "foundation/ErrorResult.h"
 
 #include <atomic>
 
@@ -20,6 +22,8 @@ public:
         /// Brings a parameter's value to the other half and to the host; a negative index brings all of them,
         /// with a reset by its number.
         virtual void parameterChanged(int index) = 0;
+        /// Brings the controller map to the other half.
+        virtual void controllerMapChanged() = 0;
     };
 
     /// Stands for all parameters in `Adapter::parameterChanged`.
@@ -28,10 +32,17 @@ public:
     /// Hears of changes. It must stand calls from the audio thread.
     class Listener {
     public:
-        enum Code { ParameterChanged = -1025, ControllerMoved = -1027, LayoutChanged = -1030 };
+        enum Code {
+            ParameterChanged = -1025,
+            ControllerMoved = -1027,
+            ControllerMapChanged = -1029,
+            LayoutChanged = -1030,
+        };
         virtual ~Listener() = default;
         virtual void message(int messageCode, int argument) noexcept = 0;
     };
+
+    ~GenericPlugin() override;
 
     void setAdapter(Adapter* pluginAdapter) { adapter = pluginAdapter; }
     /// Waits for calls to the listener before. Thread: main.
@@ -41,6 +52,17 @@ public:
     float sampleRate() const { return rate; }  // Hz; 44100 until the host activates
     void setSampleRate(float newRate) { rate = newRate; }
 
+    // The map of MIDI controllers, which all instances of the process share: what is learnt in one holds for
+    // all. An assignment lasts when it has been saved.
+
+    ControllerMapping& controllerMapping() { return shared->controllerMapping; }
+    /// Empties the map, or takes the one that the program carries.
+    virtual void loadDefaultControllerMap();
+    /// Takes the user's map. False, and the map is as it was, if there is none that can be read.
+    virtual bool loadControllerMap();
+    /// Keeps the map for the user, or says why it couldn't.
+    virtual ErrorResult saveControllerMap();
+
     // GenericPluginBase
 
     void beginParameterBatch() override;
@@ -49,10 +71,18 @@ public:
     void requestSoftReset() override;
     void requestHardReset() override { pendingReset = WithHardReset; }
 
+protected:
+    /// Takes part in what the instances of the process share. Called once, by the product's constructor, when
+    /// the parameters stand and the product has its name.
+    void joinProcess();
+
 private:
+    void controllerMapWasChanged(void*);
+
     enum class BatchPending { Nothing, ForHost, NotForHost };
 
     Adapter* adapter = nullptr;
+    SharedPluginData* shared = nullptr;
     std::atomic<Listener*> listener{nullptr};
     std::atomic<int> listenerCalls{0};  // in flight
     std::atomic<int> batchDepth{0};

@@ -9,6 +9,12 @@ void GenericPluginBase::addAlias(AbstractPluginParameter& aliased, std::string_v
     aliased.aliases.emplace_back(alias);
 }
 
+int GenericPluginBase::addResponder(ParameterResponder& responder)
+{
+    virtualMidiParameters.push_back(&responder);
+    return static_cast<int>(virtualMidiParameters.size()) - 1;
+}
+
 int GenericPluginBase::registerGroup(std::string_view groupName)
 {
     const auto found = std::find(groups.begin(), groups.end(), groupName);

@@ -47,7 +47,7 @@ public:
     void endChange() override { endParameterBatch(); }
     int addParameter(AbstractPluginParameter& added) override { return parameters.add(added); }
     void addAlias(AbstractPluginParameter& aliased, std::string_view alias) override;
-    void addResponder(ParameterResponder& responder) override { responders.push_back(&responder); }
+    int addResponder(ParameterResponder& responder) override;
     int registerGroup(std::string_view groupName) override;
     int parameterCount() const override { return parameters.count(); }
     AbstractPluginParameter& parameterAt(int index) const override { return parameters.at(index); }
@@ -60,7 +60,7 @@ public:
 
 protected:
     ParameterCollection parameters;
-    std::vector<ParameterResponder*> responders;  // not owned
+    std::vector<ParameterResponder*> virtualMidiParameters;  // targets for MIDI alone; not owned
     // Null where the product has no such control.
     IndexedPluginParameter<MidiState>* midiStateParameter = nullptr;  // position 0 lets MIDI through
     AbstractPluginParameter* bypassParameter = nullptr;

@@ -27,8 +27,9 @@ struct GenericPluginInfo {
 
     std::int32_t category = Other;
     std::uint32_t flags = 0;
-    std::string code;  // four characters
-    std::string name;  // without a version
+    std::string code;           // four characters
+    std::string name;           // without a version
+    std::string versionedName;  // as hosts show it, and folders
 
     bool isEffect() const noexcept { return category != Instrument; }
     bool hasFlag(Flags flag) const noexcept { return (flags & flag) != 0; }

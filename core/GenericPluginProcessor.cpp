@@ -1,5 +1,7 @@
 #include "core/GenericPluginProcessor.h"
 
+#include "core/DefaultChannelEventReceiver.h"
+#include "core/DefaultEventReceiver.h"
 #include "core/ProcessWideData.h"
 #include "foundation/Tolerance.h"
 
@@ -26,7 +28,12 @@ GenericPluginProcessor::~GenericPluginProcessor()
     ProcessWideData::release();
 }
 
-void GenericPluginProcessor::createEngine() { bypassProcessor = std::make_unique<BypassProcessor>(*this); }
+void GenericPluginProcessor::createEngine()
+{
+    musicEventReceiver = createMusicEventReceiver();
+    midiDecoder = std::make_unique<MidiDecoder>(*musicEventReceiver);
+    bypassProcessor = std::make_unique<BypassProcessor>(*this);
+}
 
 void GenericPluginProcessor::setLatency(int samples)
 {
@@ -175,10 +182,38 @@ bool GenericPluginProcessor::acceptsMidi() const noexcept
 
 void GenericPluginProcessor::decodeMidi(const MidiMessage& message) noexcept
 {
-    if (midiReceiver)
-        midiReceiver->receive(message);
+    midiDecoder->decode(message);
     // What the message moved is heard from here on.
     applyQueuedChanges();
+}
+
+std::unique_ptr<AbstractMusicEventReceiver> GenericPluginProcessor::createMusicEventReceiver()
+{
+    return std::make_unique<DefaultEventReceiver>(std::make_unique<DefaultChannelEventReceiver>(*this));
+}
+
+void GenericPluginProcessor::noteOn(int, float) noexcept {}
+
+void GenericPluginProcessor::noteOff(int, float) noexcept {}
+
+void GenericPluginProcessor::controllerMoved(int number, float value) noexcept
+{
+    lastController = number;
+    const std::int32_t target = mapping.targetOf(number);
+    if (target >= ControllerMapping::firstVirtualTarget) {
+        const auto position = static_cast<std::size_t>(target - ControllerMapping::firstVirtualTarget);
+        if (position < virtualMidiParameters.size())
+            virtualMidiParameters[position]->setNormalised(value);
+    } else if (target >= 0 && target < parameterCount()) {
+        AbstractPluginParameter& moved = parameter(target);
+        moved.setValue(moved.normalToValue(value), announceChange);
+    }
+}
+
+void GenericPluginProcessor::programChanged(int bank, int program) noexcept
+{
+    if (adapter)
+        adapter->programChange(bank, program);
 }
 
 // Parameters.
@@ -237,8 +272,17 @@ void GenericPluginProcessor::parameterApplied(int index) noexcept
 {
     for (const auto& channel : channels)
         channel->parameterApplied(index);
+    if (midiStateParameter && index == midiStateParameter->index())
+        applyMidiState();
     if (bypassParameter && index == bypassParameter->index())
         applyBypass();
+}
+
+void GenericPluginProcessor::applyMidiState() noexcept
+{
+    // What is held would never be let go.
+    if (static_cast<int>(midiStateParameter->currentValue()) == 1)
+        noteOff(0, 1.0f);
 }
 
 void GenericPluginProcessor::applyBypass() noexcept

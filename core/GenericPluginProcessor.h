@@ -1,7 +1,10 @@
 #pragma once
 
+#include "core/AbstractMusicEventReceiver.h"
 #include "core/BypassProcessor.h"
+#include "core/ControllerMapping.h"
 #include "core/GenericPluginBase.h"
+#include "core/MidiDecoder.h"
 #include "core/MidiMessage.h"
 #include "core/ProcessorChannel.h"
 #include "foundation/LockFreeQueue.h"
@@ -26,6 +29,9 @@ public:
         virtual void controllerActivity(int controller) noexcept REALTIME = 0;
         /// The processor itself set a parameter. Thread: that of the change.
         virtual void parameterChangedByProcessor(int index) noexcept = 0;
+        /// A MIDI program change asks for a preset. @param bank  0..16383  @param program  0..127
+        /// Thread: audio.
+        virtual void programChange(int bank, int program) noexcept REALTIME = 0;
     };
 
     GenericPluginProcessor();
@@ -65,6 +71,23 @@ public:
     bool acceptsMidi() const noexcept REALTIME;
 
     wave::Environment& engine() noexcept REALTIME { return environment; }
+    /// Where decoded MIDI goes. There since `createEngine`.
+    AbstractMusicEventReceiver& musicEvents() const noexcept REALTIME { return *musicEventReceiver; }
+
+    /// What controllers move: a copy of the map that all instances share, which the adapter keeps alike.
+    ControllerMapping& controllerMapping() noexcept REALTIME { return mapping; }
+
+    // Called by the receiver of decoded MIDI, at the message's sample. Thread: audio.
+
+    /// @param key  0..127  @param velocity  above 0, to 1
+    virtual void noteOn(int key, float velocity) noexcept REALTIME;
+    /// Key 0 stands for all keys too: MIDI was switched off, or somebody asked for silence.
+    /// @param key  0..127  @param velocity  0..1
+    virtual void noteOff(int key, float velocity) noexcept REALTIME;
+    /// Moves what the controller is mapped to, if that still exists; this half, the other one and the host
+    /// learn of it as of any change that the engine makes. @param number  0..127  @param value  0..1
+    void controllerMoved(int number, float value) noexcept REALTIME;
+    void programChanged(int bank, int program) noexcept REALTIME;
 
     // GenericPluginBase
 
@@ -91,6 +114,8 @@ protected:
     /// The most samples the engine takes at once.
     virtual int blockSize() const noexcept REALTIME { return environment.maxBlockSize(); }
     virtual void transportChanged(float newTempo, float beats) noexcept REALTIME;
+    /// Makes the receiver of decoded MIDI; the default plays all channels. Called once, by `createEngine`.
+    virtual std::unique_ptr<AbstractMusicEventReceiver> createMusicEventReceiver();
     /// A value has reached the engine's objects. -1 stands for all parameters.
     virtual void parameterApplied(int index) noexcept REALTIME;
     /// The engine has a new rate. Thread: main.
@@ -107,8 +132,6 @@ protected:
     std::vector<std::unique_ptr<ProcessorChannel>> channels;
     float tempo = 120.0f;       // beats per minute
     double beatPosition = 0.0;  // the engine's own beat clock
-    int lastController = -1;    // moved since `process` began
-    MidiMessageReceiver* midiReceiver = nullptr;
 
 private:
     struct ParameterChange {
@@ -123,6 +146,7 @@ private:
     void applyParameterChanges() noexcept REALTIME;
     void deliver(int index, float value) noexcept REALTIME;
     void applyBypass() noexcept REALTIME;
+    void applyMidiState() noexcept REALTIME;
     void decodeMidi(const MidiMessage& message) noexcept REALTIME;
     void markPlayed(bool playing) noexcept REALTIME;
 
@@ -133,6 +157,10 @@ private:
     bool transportUpdated = false;
     int latencySamples = 0;
     LockFreeQueue<MidiMessage> midiQueue{1024, 65536};
+    std::unique_ptr<AbstractMusicEventReceiver> musicEventReceiver;
+    std::unique_ptr<MidiDecoder> midiDecoder;
+    ControllerMapping mapping;
+    int lastController = -1;  // moved since `process` began
     int samplesSinceTransport = 0;
     LockFreeQueue<ParameterChange> parameterQueue{8192, 65536};
     std::atomic<bool> changesLost{false};  // the queue was full: the engine takes all values anew

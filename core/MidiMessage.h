@@ -1,7 +1,5 @@
 #pragma once
 
-#include "foundation/Realtime.h"
-
 #include <cstdint>
 
 /// A channel message of up to three bytes.
@@ -10,11 +8,4 @@ struct MidiMessage {
     std::uint8_t data1 = 0;
     std::uint8_t data2 = 0;
     std::int32_t offset = 0;  // samples from the start of the present sub-block
-};
-
-/// Takes MIDI messages when their time has come. Thread: audio.
-class MidiMessageReceiver {
-public:
-    virtual ~MidiMessageReceiver() = default;
-    virtual void receive(const MidiMessage& message) noexcept REALTIME = 0;
 };

@@ -28,6 +28,11 @@ VersionInfo VersionInfo::fromText(std::string_view text)
     return {*majorNumber, *minorNumber, patchNumber.value_or(0)};
 }
 
+std::string VersionInfo::nameOf(const std::string& product) const
+{
+    return major > 1 ? product + " " + std::to_string(major) : product;
+}
+
 std::string VersionInfo::toText() const
 {
     return std::to_string(major) + "." + std::to_string(minor) + std::to_string(patch);

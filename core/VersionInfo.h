@@ -15,4 +15,7 @@ struct VersionInfo {
     static VersionInfo fromText(std::string_view text);
     /// Major, ".", minor and patch, as in "2.41".
     std::string toText() const;
+    /// A product's name as hosts, folders and windows show it: from the second major version on with its
+    /// number, as in "Sordelin 2".
+    std::string nameOf(const std::string& product) const;
 };

@@ -10,7 +10,6 @@ namespace {
 
 constexpr const char* vendor = "Morvelane";
 constexpr const char* website = "https://www.morvelane.example";
-constexpr int baseMajor = 1;  // the major version whose name carries no number
 
 std::string lowerCase(std::string text)
 {
@@ -63,7 +62,7 @@ ClapModuleDescriptors::ClapModuleDescriptors()
     const std::string majorText = std::to_string(version.major);
     const std::string owner = std::string("com.") + vendor + ".";
 
-    pluginName = info.name + (version.major > baseMajor ? " " + majorText : "");
+    pluginName = info.versionedName;
     versionText = version.toText();
     // Stored projects find the plug-in by this id: it never changes.
     pluginId = owner + (info.hasFlag(GenericPluginInfo::IdIsProviderId) ? "preset-discovery." : "") +

@@ -1,5 +1,8 @@
 #include "host/UnifiedPluginAdapter.h"
 
+#include "foundation/BinaryDataReader.h"
+#include "foundation/BinaryDataWriter.h"
+
 UnifiedPluginAdapter::UnifiedPluginAdapter() : lock(CriticalSection::create()) {}
 
 UnifiedPluginAdapter::~UnifiedPluginAdapter()
@@ -22,7 +25,25 @@ void UnifiedPluginAdapter::joinProcessor()
 {
     processor->setAdapter(this);
     processor->engine().setSampleRate(plugin->sampleRate());
+    copyControllerMap();
     synchroniseParameters(GenericPlugin::WithoutReset);
+}
+
+void UnifiedPluginAdapter::copyControllerMap()
+{
+    displayStream.str({});
+    displayStream.clear();
+    BinaryDataWriter writer(displayStream);
+    plugin->controllerMapping().write(writer);
+    BinaryDataReader reader(displayStream);
+    processor->controllerMapping().read(reader);
+}
+
+void UnifiedPluginAdapter::controllerMapChanged()
+{
+    const ScopedLock scopedLock(*lock);
+    if (processor)
+        copyControllerMap();
 }
 
 void UnifiedPluginAdapter::synchroniseParameters(GenericPlugin::AllParameters mode)

@@ -5,6 +5,7 @@
 #include "foundation/Lock.h"
 
 #include <memory>
+#include <sstream>
 
 /// Joins the two halves of a plug-in and carries what passes between them. The plug-in format's own adapter
 /// derives from it.
@@ -35,10 +36,13 @@ protected:
     // GenericPlugin::Adapter
     void sendParameterValue(int index, float value) override { setParameter(index, value); }
     void parameterChanged(int index) override;
+    void controllerMapChanged() override;
 
     // GenericPluginProcessor::ProcessorAdapter
     void controllerActivity(int controller) noexcept REALTIME override;
     void parameterChangedByProcessor(int index) noexcept override;
+    /// Dropped: program changes select presets only where a user has asked for it.
+    void programChange(int, int) noexcept REALTIME override {}
 
     std::unique_ptr<GenericPlugin> plugin;
     std::unique_ptr<GenericPluginProcessor> processor;
@@ -47,4 +51,7 @@ protected:
 
 private:
     void joinProcessor();
+    void copyControllerMap();
+
+    std::stringstream displayStream;  // what crosses between the halves as bytes
 };

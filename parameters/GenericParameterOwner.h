@@ -33,8 +33,8 @@ public:
     virtual int addParameter(AbstractPluginParameter& parameter) = 0;
     /// Gives a parameter a further name by which presets find it.
     virtual void addAlias(AbstractPluginParameter& parameter, std::string_view name) = 0;
-    /// Not owned.
-    virtual void addResponder(ParameterResponder& responder) = 0;
+    /// Not owned. Returns its place in the list of the whole plug-in.
+    virtual int addResponder(ParameterResponder& responder) = 0;
     /// Returns the number of the group called `name`, a new one if there is none yet.
     virtual int registerGroup(std::string_view name) = 0;
 

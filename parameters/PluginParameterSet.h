@@ -26,7 +26,7 @@ public:
     void endChange() override { parent.endChange(); }
     int addParameter(AbstractPluginParameter& parameter) override;
     void addAlias(AbstractPluginParameter& parameter, std::string_view alias) override;
-    void addResponder(ParameterResponder& responder) override { parent.addResponder(responder); }
+    int addResponder(ParameterResponder& responder) override { return parent.addResponder(responder); }
     int registerGroup(std::string_view groupName) override { return parent.registerGroup(groupName); }
     int parameterCount() const override { return static_cast<int>(parameters.size()); }
     /// @param i  0..parameterCount() - 1, in the order of construction

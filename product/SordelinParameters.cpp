@@ -50,6 +50,8 @@ SordelinParameters::SordelinParameters(GenericParameterOwner& owner, ModulationM
       autoMuteSelfOscillation(&owner, "Auto Mute Self-Osc"),
       auditionSignal(&owner, "Audition Signal"),
       dryEnabled(&owner, "Dry Enabled"),
+      filterLinkFrequency(owner, "Filter Link Freq"),
+      filterLinkPeak(owner, "Filter Link Peak"),
       modulationOwner(modulation)
 {}
 
@@ -64,6 +66,10 @@ void SordelinParameters::initialise()
         sets->initialiseSets();
     initialiseSwitches();
     initialiseLevels();
+    for (int filter = 0; filter < SordelinLimits::filters; ++filter) {
+        filterLinkFrequency.addParameter(filters[filter].frequency);
+        filterLinkPeak.addParameter(filters[filter].peak);
+    }
 }
 
 void SordelinParameters::initialiseSwitches()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/GenericPluginBase.h"
+#include "core/MidiMultiVirtualPluginParameter.h"
 #include "dsp/DelayLine.h"
 #include "modulation/ModulationSlotParameterSet.h"
 #include "product/DelayParameterSet.h"
@@ -54,6 +55,10 @@ public:
     IndexedPluginParameter<bool> autoMuteSelfOscillation;
     IndexedPluginParameter<AuditionSignal> auditionSignal;
     IndexedPluginParameter<bool> dryEnabled;
+
+    // For MIDI controllers alone: both filters at once.
+    MidiMultiVirtualPluginParameter filterLinkFrequency;
+    MidiMultiVirtualPluginParameter filterLinkPeak;
 
 private:
     void initialiseSwitches();

@@ -7,4 +7,5 @@ SordelinPlugin::SordelinPlugin() : SordelinParameters(static_cast<GenericPluginB
     static_cast<GenericPluginInfo&>(*this) = sordelinInfo();
     initialise();
     midiStateParameter = &receiveMidi;
+    joinProcess();
 }

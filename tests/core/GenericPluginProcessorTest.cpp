@@ -1,4 +1,6 @@
+#include "MidiRecorder.h"
 #include "TestProcessor.h"
+#include "core/MidiMultiVirtualPluginParameter.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +15,10 @@ const std::vector<float> ones(512, 1.0f);
 struct ControllerRecorder : GenericPluginProcessor::ProcessorAdapter {
     void controllerActivity(int controller) noexcept override { controllers.push_back(controller); }
     void parameterChangedByProcessor(int index) noexcept override { changed.push_back(index); }
+    void programChange(int bank, int program) noexcept override { programs.push_back({bank, program}); }
     std::vector<int> controllers;
     std::vector<int> changed;
+    std::vector<std::pair<int, int>> programs;
 };
 
 }  // namespace
@@ -115,4 +119,97 @@ TEST(GenericPluginProcessor, KeepsTheBeatRunningInAStoppedSong)
     EXPECT_NEAR(advance(0.0f, 255.99f, false), 0.01f, 1e-4);  // no tempo is 120; 256 beats is 0
     processor.reset();
     EXPECT_NEAR(advance(120.0f, 255.99f, false), 0.0f, 1e-6);
+}
+
+TEST(GenericPluginProcessor, TellsWhichControllerAndWhichProgramCame)
+{
+    TestProcessor processor;
+    ControllerRecorder adapter;
+    processor.setAdapter(&adapter);
+    processor.queueMidi({0xB0, 7, 100, 0});
+    processor.queueMidi({0xB2, 74, 1, 9});
+    processor.play(ones);
+    processor.queueMidi({0x90, 60, 100, 0});  // the controllers of the last run are forgotten
+    processor.play(ones);
+    processor.queueMidi({0xB0, 32, 3, 0});
+    processor.queueMidi({0xC0, 9, 0, 0});
+    processor.play(ones);
+    EXPECT_EQ(adapter.controllers, (std::vector<int>{74, -1, -1}));
+    EXPECT_EQ(adapter.programs, (std::vector<std::pair<int, int>>{{3, 9}}));
+}
+
+TEST(GenericPluginProcessor, PlaysNotesBeforeItsListenersHearAndLetsGoWhenMidiIsSwitchedOff)
+{
+    struct Player : TestProcessor {
+        Player() { midiStateParameter = &midiState; }
+        void noteOn(int key, float) noexcept override { notes.add("engine on %d", key); }
+        void noteOff(int key, float velocity) noexcept override
+        {
+            notes.add("engine off %d %d", key, MidiRecorder::thousandths(velocity));
+        }
+        IndexedPluginParameter<MidiState> midiState{this, "Midi State"};
+        MidiRecorder notes;
+    } processor;
+    constexpr std::string_view items[] = {"Disabled", "Enabled"};
+    processor.midiState.setItems(items, GenericPluginBase::MidiState::Disabled);
+    processor.musicEvents().channel(0)->addListener(processor.notes);
+    processor.queueMidi({0x90, 60, 127, 0});
+    processor.queueMidi({0x80, 60, 0, 1});
+    processor.play(ones);
+    processor.midiState.setValue(1.0f, noEcho);
+    processor.play(ones);
+    processor.midiState.setValue(0.0f, noEcho);
+    processor.play(ones);
+    EXPECT_EQ(processor.notes.heard,
+              (std::vector<std::string>{"engine on 60", "on 60 1000", "engine off 60 0", "off 60 0",
+                                        "engine off 0 1000"}));
+}
+
+TEST(GenericPluginProcessor, MovesWhatAControllerIsMappedToBeforeListenersHear)
+{
+    struct : MidiRecorder {
+        void controller(int, int, float) noexcept override { gain = processor->gain.currentValue(); }
+        TestProcessor* processor;
+        float gain = -1.0f;
+    } listener;
+    TestProcessor processor;
+    ControllerRecorder adapter;
+    processor.setAdapter(&adapter);
+    processor.gain.setValue(0.5f, noEcho);
+    listener.processor = &processor;
+    processor.musicEvents().channel(0)->addListener(listener);
+    processor.controllerMapping().assign(1, processor.gain.index());
+    processor.queueMidi({0xB0, 1, 0, 300});
+    const std::vector<float> out = processor.play(ones);
+    EXPECT_EQ(listener.gain, 0.0f);
+    EXPECT_EQ(adapter.changed, std::vector<int>{processor.gain.index()});
+    EXPECT_EQ(out[299], 0.5f);
+    EXPECT_EQ(out[300], 0.0f);
+}
+
+TEST(GenericPluginProcessor, IgnoresTargetsThatThereAreNot)
+{
+    TestProcessor processor;
+    ControllerRecorder adapter;
+    processor.setAdapter(&adapter);
+    for (std::int32_t target : {2, 704, 0xFFFFF, 0x100000, 0x7FFFFFFF, -2, -0x7FFFFFFF}) {
+        processor.controllerMapping().assign(7, target);
+        processor.queueMidi({0xB0, 7, 100, 0});
+        processor.play(ones);
+        EXPECT_TRUE(adapter.changed.empty()) << target;
+    }
+    EXPECT_EQ(adapter.controllers.back(), 7);
+}
+
+TEST(GenericPluginProcessor, HandsAVirtualTargetTheController)
+{
+    TestProcessor processor;
+    MidiMultiVirtualPluginParameter link(processor, "Link");
+    link.addParameter(processor.gain);
+    processor.controllerMapping().assign(7, link.index());
+    processor.queueMidi({0xB0, 7, 127, 0});
+    processor.queueMidi({0xB0, 7, 0, 100});
+    const std::vector<float> out = processor.play(ones);
+    EXPECT_NEAR(out[0], 1.0f, 1e-6);
+    EXPECT_EQ(out[100], 0.0f);
 }

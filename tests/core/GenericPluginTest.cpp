@@ -1,14 +1,21 @@
 #include "core/GenericPlugin.h"
 #include "parameters/FloatPluginParameter.h"
+#include "support/ControllerMapFile.h"
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace {
 
 struct TestPlugin : GenericPlugin {
+    TestPlugin()
+    {
+        versionedName = "Sordelin 2";
+        joinProcess();
+    }
     FloatPluginParameter first{this, "First"};
     FloatPluginParameter second{this, "Second"};
 };
@@ -19,11 +26,15 @@ struct Recorder : GenericPlugin::Adapter, GenericPlugin::Listener {
     void endParameterGesture(int) override {}
     void latencyChanged() override {}
     void parameterChanged(int index) override { forwarded.push_back(index); }
+    void controllerMapChanged() override { ++mapChanges; }
     void message(int code, int argument) noexcept override
     {
         if (code == ParameterChanged)
             told.push_back(argument);
+        mapMessages += code == ControllerMapChanged;
     }
+    int mapChanges = 0;
+    int mapMessages = 0;
     std::vector<int> forwarded;
     std::vector<int> told;
 };
@@ -74,4 +85,60 @@ TEST_F(PluginFixture, TellsTheHostNothingOfABatchThatItMadeItself)
     plugin.beginParameterBatch();
     plugin.endParameterBatch();
     EXPECT_EQ(recorder.told.size(), 1u);
+}
+
+TEST(ControllerMap, IsSharedByAllInstancesAndOutlivesThem)
+{
+    const TemporaryHome home;
+    {
+        TestPlugin plugin;
+        Recorder recorder;
+        plugin.setAdapter(&recorder);
+        plugin.setListener(&recorder);
+        auto second = std::make_unique<TestPlugin>();
+        EXPECT_EQ(&second->controllerMapping(), &plugin.controllerMapping());
+        second->controllerMapping().assign(7, 1);
+        EXPECT_EQ(recorder.mapChanges, 1);
+        EXPECT_EQ(recorder.mapMessages, 1);
+        EXPECT_TRUE(second->saveControllerMap().succeeded());
+        second.reset();
+        plugin.controllerMapping().assign(8, 0);  // never saved
+        EXPECT_EQ(recorder.mapChanges, 2);
+        EXPECT_TRUE(plugin.loadControllerMap());
+        EXPECT_EQ(plugin.controllerMapping().targetOf(8), -1);
+    }
+    EXPECT_EQ(home.folder.read("data/Morvelane/Sordelin 2/MidiControllerMap.mvm"),
+              controllerMapBytes({{7, 1}}));
+    TestPlugin later;
+    EXPECT_EQ(later.controllerMapping().targetOf(7), 1);
+    later.loadDefaultControllerMap();
+    EXPECT_EQ(later.controllerMapping().targetOf(7), -1);
+}
+
+TEST(ControllerMap, StartsEmptyWithoutAFileThatIsOne)
+{
+    for (const std::string& bytes : {std::string(), std::string("MVCN"), std::string("MVCM\1"),
+                                     "MVCX" + controllerMapBytes({{7, 1}}).substr(4)}) {
+        const TemporaryHome home;
+        if (!bytes.empty())
+            writeControllerMap(home.productData(), bytes);
+        TestPlugin plugin;
+        EXPECT_FALSE(plugin.loadControllerMap());
+        for (int controller = 0; controller < 128; ++controller)
+            EXPECT_EQ(plugin.controllerMapping().targetOf(controller), -1);
+    }
+}
+
+TEST(ControllerMap, SaysWhyItCannotBeKept)
+{
+    const TemporaryHome home;
+    TestPlugin plugin;
+    plugin.controllerMapping().assign(7, 1);
+    home.folder.write("data", "a file where the folder would be");
+    const ErrorResult result = plugin.saveControllerMap();
+    EXPECT_EQ(result.code(), -1);
+    EXPECT_NE(result.message().find("MidiControllerMap.mvm\": Not a directory"), std::string::npos)
+        << result.message();
+    EXPECT_EQ(plugin.controllerMapping().targetOf(7), 1);
+    EXPECT_FALSE(plugin.loadControllerMap());
 }

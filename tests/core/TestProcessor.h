@@ -8,7 +8,7 @@
 #include <vector>
 
 /// The smallest effect: two channels times a gain, one parameter, a bypass control, and a latency on request.
-class TestProcessor : public GenericPluginProcessor, public MidiMessageReceiver {
+class TestProcessor : public GenericPluginProcessor {
 public:
     explicit TestProcessor(int latency = 0, int tail = -1) : tailSamples(tail)
     {
@@ -16,7 +16,6 @@ public:
         code = "Test";
         createEngine();
         bypassParameter = &bypass;
-        midiReceiver = this;
         for (int c = 0; c < 2; ++c) {
             channels.push_back(std::make_unique<ProcessorChannel>(environment, *this));
             wets.push_back(std::make_unique<Wet>(environment, *this, channels.back()->mainInput));
@@ -40,9 +39,9 @@ public:
         return left;
     }
 
-    void receive(const MidiMessage& message) noexcept override
+    void noteOn(int key, float) noexcept override
     {
-        log.push_back({'m', message.data1});
+        log.push_back({'m', key});
         if (gainByMidi)
             gain.setValue(0.25f, noEcho);
     }
@@ -51,7 +50,7 @@ public:
     FloatPluginParameter gain{this, "Gain"};
     IndexedPluginParameter<bool> bypass{this, "Bypass"};
     std::vector<std::pair<char, int>>
-        log;  // 'e' engine runs with their lengths, 'm' messages, 'p' applied parameters
+        log;  // 'e' engine runs with their lengths, 'm' notes, 'p' applied parameters
     bool gainByMidi = false;
     float wetGain = 1.0f;
     unsigned status = 0;

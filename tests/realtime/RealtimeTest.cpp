@@ -1,5 +1,6 @@
 #include "CallCounter.h"
 #include "clap_host/ClapInstance.h"
+#include "support/ControllerMapFile.h"
 #include "support/Signals.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +28,17 @@ void fill(EventList& events, std::minstd_rand& random, const std::vector<ClapPar
     events.add(noteOnEvent(static_cast<std::uint32_t>(random() % 128), 0, key, 0.7));
     events.add(noteOffEvent(static_cast<std::uint32_t>(random() % 128), 0, key, 0.7));
     events.add(midiEvent(static_cast<std::uint32_t>(random() % 128), 0xB0,
-                         static_cast<std::uint8_t>(random() % 120), 64));
+                         static_cast<std::uint8_t>(random() % 120),
+                         static_cast<std::uint8_t>(random() % 128)));
+}
+
+/// Most controllers move something: parameters all over the tree, and both links.
+std::map<int, std::int32_t> mappedControllers()
+{
+    std::map<int, std::int32_t> targets{{118, 0x100000}, {119, 0x100001}};
+    for (int controller = 0; controller < 117; ++controller)
+        targets[controller] = controller * 6;
+    return targets;
 }
 
 }  // namespace
@@ -48,6 +59,8 @@ TEST(CallCounter, SeesWhatTheThreadDoes)
 
 TEST(Realtime, NeitherAllocatesNorLocksInAHundredThousandBlocks)
 {
+    const TemporaryHome home;
+    writeControllerMap(home.productData(), controllerMapBytes(mappedControllers()));
     const ClapModule module(SORDELIN_MODULE);
     ClapInstance instance(module);
     const std::vector<ClapParameter>& parameters = instance.parameters().list();

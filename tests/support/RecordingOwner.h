@@ -28,7 +28,11 @@ public:
     {
         parameter.aliases.emplace_back(alias);
     }
-    void addResponder(ParameterResponder& responder) override { responders.push_back(&responder); }
+    int addResponder(ParameterResponder& responder) override
+    {
+        responders.push_back(&responder);
+        return static_cast<int>(responders.size()) - 1;
+    }
     int registerGroup(std::string_view group) override
     {
         const auto found = std::find(groups.begin(), groups.end(), group);

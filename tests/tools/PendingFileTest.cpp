@@ -1,7 +1,7 @@
 #include "render/PendingFile.h"
 
-#include "TemporaryFolder.h"
 #include "render/RenderError.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "render/RenderJob.h"
 
-#include "TemporaryFolder.h"
 #include "render/AudioFile.h"
 #include "render/RenderError.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

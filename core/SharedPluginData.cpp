@@ -1,0 +1,29 @@
+#include "core/SharedPluginData.h"
+
+namespace {
+
+// Constant-initialised and trivially destroyed: nothing runs when the module is loaded or unloaded.
+constinit std::mutex processLock;
+constinit int instanceCount = 0;
+constinit SharedPluginData* data = nullptr;
+
+}  // namespace
+
+std::mutex& SharedPluginData::lock() noexcept { return processLock; }
+
+SharedPluginData& SharedPluginData::join(bool& first)
+{
+    first = instanceCount == 0;
+    if (first)
+        data = new SharedPluginData;
+    ++instanceCount;
+    return *data;
+}
+
+void SharedPluginData::leave()
+{
+    if (--instanceCount != 0)
+        return;
+    delete data;
+    data = nullptr;
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "core/ControllerMapping.h"
+
+#include <mutex>
+
+/// What all plug-ins of one process share. It is made with the first of them and goes with the last.
+class SharedPluginData {
+public:
+    /// Held while instances join and leave. It isn't recursive.
+    static std::mutex& lock() noexcept;
+
+    /// Counts one instance, with the lock held. @param first  set if the data has been made for it
+    static SharedPluginData& join(bool& first);
+    /// Counts one instance less, with the lock held.
+    static void leave();
+
+    ControllerMapping controllerMapping;
+};

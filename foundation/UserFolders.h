@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+// Where the files of a user lie. Every folder ends in the separator and needn't exist; without any home of
+// the user it is empty, and nothing can be kept. The environment is read anew by every call. Thread: any but
+// audio.
+
+/// What programs keep for the user: "$XDG_DATA_HOME/", or "~/.local/share/".
+std::string applicationDataFolder();
+/// Settings: "$XDG_CONFIG_HOME/", or "~/.config/".
+std::string configurationFolder();
+/// The user's own documents, where the desktop has them, or "~/Documents/".
+std::string documentsFolder();
+
+/// What a product keeps for the user. @param product  with its major version, as "Sordelin 2"
+std::string productDataFolder(const std::string& product);
+/// The presets of a product, among the user's documents.
+std::string presetFolder(const std::string& product);
