@@ -45,11 +45,11 @@ void GenericPluginProcessor::setLatency(int samples)
 
 // Transport.
 
-void GenericPluginProcessor::updateTransport(float newTempo, float position, bool playing) noexcept
+void GenericPluginProcessor::updateTransport(float newTempo, double position, bool playing) noexcept
 {
     if (isNear(newTempo, 0.0f))
         newTempo = 120.0f;
-    if (playing || !isNear(position, lastBeatPosition)) {
+    if (playing || std::fabs(position - lastBeatPosition) > signalEpsilon) {
         beatPosition = position;
     } else {
         // A stopped host doesn't stop the beat: the clock runs on by what was rendered since.
@@ -79,7 +79,7 @@ void GenericPluginProcessor::markPlayed(bool playing) noexcept
         *place = number << 32 | 0xFFFFFFFEu;
 }
 
-void GenericPluginProcessor::transportChanged(float, float) noexcept {}
+void GenericPluginProcessor::transportChanged(float, double) noexcept {}
 
 // What editors are shown.
 
@@ -112,7 +112,7 @@ void GenericPluginProcessor::process(const float* const* inputs, int inputCount,
     lastController = -1;
     applyQueuedChanges();
     if (transportUpdated) {
-        transportChanged(tempo, static_cast<float>(beatPosition));
+        transportChanged(tempo, beatPosition);
         transportUpdated = false;
     }
     outputCount = std::min(outputCount, channelCount());

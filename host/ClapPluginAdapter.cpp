@@ -162,14 +162,13 @@ void ClapPluginAdapter::gatherOutputs(const clap_process_t& block, Channels& cha
 void ClapPluginAdapter::passTransport(const clap_event_transport_t* transport) noexcept
 {
     if (!transport) {
-        processor->updateTransport(120.0f, 0.0f, false);
+        processor->updateTransport(120.0f, 0.0, false);
         return;
     }
     const auto has = [transport](std::uint32_t flag) { return (transport->flags & flag) != 0; };
     const float tempo = has(CLAP_TRANSPORT_HAS_TEMPO) ? static_cast<float>(transport->tempo) : 120.0f;
     const double beats = static_cast<double>(transport->song_pos_beats) / CLAP_BEATTIME_FACTOR;
-    processor->updateTransport(tempo,
-                               has(CLAP_TRANSPORT_HAS_BEATS_TIMELINE) ? static_cast<float>(beats) : 0.0f,
+    processor->updateTransport(tempo, has(CLAP_TRANSPORT_HAS_BEATS_TIMELINE) ? beats : 0.0,
                                has(CLAP_TRANSPORT_IS_PLAYING));
 }
 

@@ -30,6 +30,7 @@ SordelinProcessor::SordelinProcessor()
       modulationDisplay(environment, modulationMatrix,
                         [this](int source) { return modulationSourceValue(source); }),
       xySources(environment, modulationMatrix, xyControllers),
+      xlfoSources(environment, modulationMatrix, xlfos),
       midSideEncoder(environment),
       midSideDecoder(environment),
       filterTargets{{environment, modulationMatrix, SordelinTargets::filterFrequency(0),
@@ -134,7 +135,11 @@ void SordelinProcessor::writeDisplayData(BinaryDataWriter& writer)
 
 float SordelinProcessor::modulationSourceValue(int source) noexcept
 {
-    return source < SordelinSources::firstXlfo ? xySources.displayValue(source) : 0.0f;
+    if (source < SordelinSources::firstXlfo)
+        return xySources.displayValue(source);
+    if (source < SordelinSources::firstGenerator)
+        return xlfoSources.displayValue(source);
+    return 0.0f;
 }
 
 void SordelinProcessor::propertyChanged(AbstractProperty&)
@@ -144,10 +149,17 @@ void SordelinProcessor::propertyChanged(AbstractProperty&)
     channel(1).delayLine.delayTime.connect(&channel(linked ? 0 : 1).delayTimeController);
 }
 
-void SordelinProcessor::transportChanged(float newTempo, float) noexcept
+void SordelinProcessor::transportChanged(float newTempo, double beats) noexcept
 {
+    xlfoSources.transportChanged(newTempo, beats);
     for (SordelinChannel* synchronised : sordelinChannels)
         synchronised->delayTimeController.tempoChanged(newTempo);
+}
+
+void SordelinProcessor::parameterApplied(int index) noexcept
+{
+    GenericPluginProcessor::parameterApplied(index);
+    xlfoSources.parameterApplied(index);
 }
 
 void SordelinProcessor::sampleRateChanged()

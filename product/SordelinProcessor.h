@@ -11,6 +11,7 @@
 #include "product/FilterResources.h"
 #include "product/SordelinChannel.h"
 #include "product/SordelinParameters.h"
+#include "product/XLFOSources.h"
 #include "product/XYSources.h"
 
 #include <array>
@@ -55,7 +56,8 @@ public:
 
 protected:
     int blockSize() const noexcept REALTIME override { return engineBlock; }
-    void transportChanged(float newTempo, float beats) noexcept REALTIME override;
+    void transportChanged(float newTempo, double beats) noexcept REALTIME override;
+    void parameterApplied(int index) noexcept REALTIME override;
     void sampleRateChanged() override;
 
 private:
@@ -71,6 +73,7 @@ private:
     ModulationMatrix modulationMatrix;
     ModulationDisplay modulationDisplay;
     XYSources xySources;
+    XLFOSources xlfoSources;
     MidSideConverter midSideEncoder;
     MidSideConverter midSideDecoder;
     LevelPanTarget filterTargets[2];  // cut-offs, spread over the channels by the filter's pan
