@@ -64,6 +64,30 @@ PluginPatch::Settings allSlots()
     return settings;
 }
 
+/// Six XLFOs of eight gliding steps, each on one signal of the path, at rates from slow to audible.
+PluginPatch::Settings sixXlfos(const char* curve)
+{
+    const char* const targets[] = {"Delay 1 Pan", "Delay 2 Pan", "Dry Level",
+                                   "Dry Pan",     "Wet Level",   "Wet Pan"};
+    PluginPatch::Settings settings = {{"Num Active XLFOs", "6"}, {"Num Active Slots", "6"}};
+    for (int i = 1; i <= 6; ++i) {
+        const std::string xlfo = "XLFO " + std::to_string(i);
+        settings.emplace_back(xlfo + " Frequency", std::to_string(i * i * i) + " Hz");
+        settings.emplace_back("Num Active " + xlfo + " Steps", "8");
+        for (int step = 1; step <= 8; ++step) {
+            const std::string name = xlfo + " Step " + std::to_string(step);
+            settings.emplace_back(name + " Value", step % 2 ? "0.7" : "-0.4");
+            settings.emplace_back(name + " Glide", "0.6");
+            settings.emplace_back(name + " Glide function", curve);
+        }
+        const std::string slot = "Slot " + std::to_string(i);
+        settings.emplace_back(slot + " Source", xlfo);
+        settings.emplace_back(slot + " Target", targets[i - 1]);
+        settings.emplace_back(slot + " Level", "0.1");
+    }
+    return settings;
+}
+
 void playPatch(benchmark::State& state, std::initializer_list<PluginPatch::Settings> parts)
 {
     PluginPatch::Settings settings;
@@ -78,6 +102,12 @@ BENCHMARK(withoutSlots)->Name("matrix, no slot, filters off");
 
 void withSlots(benchmark::State& state) { playPatch(state, {echoes, withoutFilters, allSlots()}); }
 BENCHMARK(withSlots)->Name("matrix, 24 slots from XY, filters off");
+
+void withXlfos(benchmark::State& state) { playPatch(state, {echoes, withoutFilters, sixXlfos("Linear")}); }
+BENCHMARK(withXlfos)->Name("matrix, six XLFOs, filters off");
+
+void withSineXlfos(benchmark::State& state) { playPatch(state, {echoes, withoutFilters, sixXlfos("Sine")}); }
+BENCHMARK(withSineXlfos)->Name("matrix, six XLFOs gliding on sines, filters off");
 
 void filteredWithoutSlots(benchmark::State& state) { playPatch(state, {echoes}); }
 BENCHMARK(filteredWithoutSlots)->Name("matrix, no slot, filters on");
