@@ -3,53 +3,13 @@
 #include "modulation/XLFO.h"
 #include "modulation/XLFOFreqController.h"
 #include "support/GraphFixture.h"
+#include "support/XLFOShape.h"
 
-#include <cmath>
 #include <vector>
 
-/// An XLFO with its rate, whose signals a test gives as functions of time, and what it should play.
+/// An XLFO with its rate, whose signals a test sets, and what it should play.
 struct XLFOFixture : GraphFixture {
-    struct Shape {
-        struct Step {
-            double value = 0.0;
-            double glide = 0.0;
-            XLFO::GlideCurve curve = XLFO::GlideCurve::Linear;
-        };
-
-        /// The output at a phase: steps are even on a scale on which the balance point is the middle.
-        double at(double phase, double hertz = 0.0) const
-        {
-            const double count = static_cast<double>(steps.size());
-            const double centre = balance;
-            phase -= std::floor(phase);
-            const double place = phase < centre ? phase / centre * count / 2.0
-                                                : (1.0 + (phase - centre) / (1.0 - centre)) * count / 2.0;
-            const auto index = std::min(static_cast<std::size_t>(place), steps.size() - 1);
-            const Step& step = steps[index];
-            const double next = steps[(index + 1) % steps.size()].value;
-            const double floor = hertz * 0.0002 * (hertz * 0.0002);
-            const double glide = std::min(std::max(step.glide + addedGlide, floor), 1.0);
-            const double x = (place - static_cast<double>(index) - 1.0) / glide + 1.0;
-            return x > 0.0 ? step.value + (next - step.value) * curved(step.curve, x) : step.value;
-        }
-        static double curved(XLFO::GlideCurve curve, double x)
-        {
-            switch (curve) {
-            case XLFO::GlideCurve::Square:
-                return x * x;
-            case XLFO::GlideCurve::SquareRoot:
-                return std::sqrt(x);
-            case XLFO::GlideCurve::Sine:
-                return 0.5 - 0.5 * std::cos(x * 3.141592653589793);
-            default:
-                return x;
-            }
-        }
-
-        std::vector<Step> steps;
-        float balance = 0.5f;
-        double addedGlide = 0.0;
-    };
+    using Shape = XLFOShape;
 
     /// Rises from -1 at phase 0 to 1 at phase 0.5 and falls again: tells the phase.
     static Shape triangle() { return {{{-1.0, 1.0}, {1.0, 1.0}}}; }

@@ -154,6 +154,27 @@ TEST(XLFOFreqController, LocksToTheRightPlaceWhenChosenWithinAHostsBlock)
     expectInSong(fixture, fixture.play(3072), beats, 2.0, 1e-5);
 }
 
+TEST(XLFOFreqController, ChangesTheLengthOfItsCycleWithTheHostsNextBlock)
+{
+    XLFOFixture fixture;
+    fixture.rate.syncMode.assign(Mode::Quarter);
+    fixture.playSong(3.0, 1024, 8192);
+    fixture.rate.syncMode.assign(Mode::SixtyFourth);
+    const double beats = 3.0 + 1024 * fixture.beatsPerSample();
+    expectInSong(fixture, fixture.play(1024), beats, 1.0, 1e-5);
+    // In place at once, while the rate is still on its way.
+    EXPECT_NEAR(fixture.playSong(4.02, 1)[0], fixture.shape.at(4.02 * 16.0), ofPhase(1e-5));
+}
+
+TEST(XLFOFreqController, FindsItsPlaceAgainAfterAReset)
+{
+    XLFOFixture fixture;
+    fixture.rate.syncMode.assign(Mode::Notes1);
+    fixture.playSong(9.5, 128);
+    fixture.environment.reset(wave::Environment::Reset::Enabled);
+    expectInSong(fixture, fixture.playSong(9.5, 128), 9.5, 0.25, 1e-5);
+}
+
 TEST(XLFOFreqController, IgnoresATempoThatIsNoNumber)
 {
     XLFOFixture fixture;

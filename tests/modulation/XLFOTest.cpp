@@ -288,6 +288,18 @@ TEST(XLFO, IsRetriggeredToItsOffset)
         ASSERT_NEAR(out[i], fixture.shape.at(0.125 + static_cast<double>(i) / 10000.0), 1e-5);
 }
 
+TEST(XLFO, DrawsAnewWhenRetriggered)
+{
+    XLFOFixture fixture({{{0.0, 0.0}, {0.5, 0.0}}});
+    fixture.xlfo.step(0).random.assign(true);
+    std::set<float> drawn;
+    for (int i = 0; i < 20; ++i) {
+        drawn.insert(fixture.play(100)[0]);
+        fixture.xlfo.retrigger();
+    }
+    EXPECT_GT(drawn.size(), 15u);
+}
+
 // What is shown.
 
 TEST(XLFO, ShowsItsOutputWithinItsSteps)

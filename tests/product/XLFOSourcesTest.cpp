@@ -4,6 +4,7 @@
 #include "product/SordelinProcessor.h"
 #include "support/GraphFixture.h"
 #include "support/RecordingOwner.h"
+#include "support/XLFOShape.h"
 
 #include <gtest/gtest.h>
 
@@ -47,6 +48,13 @@ struct Sources : GraphFixture {
         deliver(set.steps[1].glide, 1.0f);
         deliver(set.frequency, set.frequency.signalToValue(hertz));
     }
+    /// Connects an XLFO to a target of depth 2 that rests at 0.
+    void connect(int xlfo, int target)
+    {
+        matrix->setSlotLevel(0, 0.5f);
+        matrix->setSlotSource(0, SordelinSources::xlfo(xlfo));
+        matrix->setSlotTarget(0, target);
+    }
     /// Where an XLFO stands after some time.
     float shownAfter(int samples, int xlfo)
     {
@@ -66,27 +74,41 @@ struct Sources : GraphFixture {
 
 TEST(XLFOSources, FollowTheirOwnParameters)
 {
+    const XLFOShape shape = {{{0.1, 0.2},
+                              {0.7, 1.0, XLFO::GlideCurve::Sine},
+                              {-0.8, 0.5, XLFO::GlideCurve::SquareRoot},
+                              {1.0, 0.0},
+                              {-0.2, 0.3, XLFO::GlideCurve::Square}},
+                             0.3f,
+                             0.15};
     for (const int i : {0, 5}) {
         Sources tree;
         XLFOParameterSet& set = tree.parameters.xlfos[i];
-        tree.makeTriangle(set, 1.0f);
-        // The block that shows begins one block before the time asked for.
-        EXPECT_NEAR(tree.shownAfter(128 * 100 + 1, i), 2.0 * 12800.0 / 44100.0, 1e-4);
-        EXPECT_EQ(tree.sources->displayValue(SordelinSources::xlfo(3)), 0.0f);
-        tree.deliver(set.phaseOffset, set.phaseOffset.signalToValue(0.25f));
-        tree.shownAfter(8000, i);
-        tree.deliver(set.midiTrigger, 1.0f);
-        tree.sources->noteOn();
-        EXPECT_NEAR(tree.shownAfter(1, i), 0.5, 1e-4);
-        tree.deliver(set.glide, -1.0f);
-        tree.deliver(set.steps.numActive, 3.0f);
-        tree.deliver(set.steps[2].value, 0.5f);
-        tree.deliver(set.phaseOffset, set.phaseOffset.signalToValue(0.9f));
-        tree.shownAfter(8000, i);
-        tree.sources->noteOn();
-        EXPECT_NEAR(tree.shownAfter(1, i), 0.75, 1e-4);
+        tree.deliver(set.steps.numActive, 5.0f);
+        for (int step = 0; step < 5; ++step) {
+            const XLFOShape::Step& from = shape.steps[static_cast<std::size_t>(step)];
+            tree.deliver(set.steps[step].value, static_cast<float>(from.value));
+            tree.deliver(set.steps[step].glide, static_cast<float>(from.glide));
+            tree.deliver(set.steps[step].glideCurve, static_cast<float>(from.curve));
+        }
+        tree.deliver(set.balance, shape.balance);
+        tree.deliver(set.glide, static_cast<float>(shape.addedGlide));
+        tree.deliver(set.phaseOffset, set.phaseOffset.signalToValue(0.62f));
+        tree.deliver(set.frequency, set.frequency.signalToValue(3.3f));
+        tree.connect(i, SordelinTargets::wetPan);  // 1 to 1
+        const auto out = tree.render(*tree.matrix->producerForTarget(SordelinTargets::wetPan), 30000);
+        for (std::size_t t = 0; t < out.size(); ++t) {
+            // Past the jump of a step, a rounded phase may be a sample early or late.
+            const double phase = 0.62 + static_cast<double>(t) * 3.3 / 44100.0;
+            const double early = shape.at(phase - 3e-5), late = shape.at(phase + 3e-5);
+            ASSERT_GT(out[t], std::min(early, late) - 2e-3) << t;
+            ASSERT_LT(out[t], std::max(early, late) + 2e-3) << t;
+        }
+        // After 30000 samples phase 0.26, early in the third step, is 5279 away.
         tree.deliver(set.steps[2].random, 1.0f);
-        EXPECT_GT(std::fabs(tree.shownAfter(1, i) - 0.75), 1e-4);
+        const auto other = tree.render(*tree.matrix->producerForTarget(SordelinTargets::wetPan), 20000);
+        EXPECT_GT(std::fabs(other[5279] + 0.8f), 1e-4f);
+        EXPECT_GT(std::fabs(other[5279] - other[5279 + 13364]), 1e-4f);
     }
 }
 
@@ -147,9 +169,7 @@ TEST(XLFOSources, AreSilentWhereTheyAreNotInUse)
     tree.deliver(tree.parameters.xlfos[3].steps[0].value, 0.5f);
     tree.deliver(tree.parameters.xlfos[3].steps[1].value, 0.5f);
     constexpr int pan = SordelinTargets::wetPan;
-    tree.matrix->setSlotLevel(0, 0.5f);
-    tree.matrix->setSlotSource(0, SordelinSources::xlfo(3));
-    tree.matrix->setSlotTarget(0, pan);
+    tree.connect(3, pan);
     const auto settled = [&] { return tree.render(*tree.matrix->producerForTarget(pan), 1000).back(); };
     EXPECT_NEAR(settled(), 0.5, 1e-5);
     tree.deliver(tree.parameters.xlfos.numActive, 3.0f);
