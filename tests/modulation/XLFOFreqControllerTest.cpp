@@ -49,6 +49,16 @@ TEST(XLFOFreqController, LocksTheCycleToTheSong)
         }
 }
 
+TEST(XLFOFreqController, KeepsThePhaseOffsetWhenItLocks)
+{
+    XLFOFixture fixture;
+    fixture.rate.syncMode.assign(Mode::Notes1);
+    fixture.shift = 0.3f;
+    const double later = 0.3f / 0.25;  // beats
+    expectInSong(fixture, fixture.playSong(2.0, 5120), 2.0 + later, 0.25, 1e-5);
+    expectInSong(fixture, fixture.playSong(77.7, 5120), 77.7 + later, 0.25, 1e-5);
+}
+
 TEST(XLFOFreqController, IsAtTheSongsPhaseAfterAnHour)
 {
     for (const auto& [mode, cyclesPerBeat] : {std::pair{Mode::SixtyFourth, 16.0}, {Mode::Notes1, 0.25}}) {

@@ -241,6 +241,16 @@ TEST(XLFO, StaysANumberAndGoesOnAfterSignalsThatAreNone)
     }
 }
 
+TEST(XLFO, TakesAPhaseThatIsAHairBelowZero)
+{
+    XLFOFixture fixture;  // 1 - 1e-20 is 1, which is in no step
+    fixture.shift = -1e-20f;
+    fixture.hertz = 44.1f;
+    const auto out = fixture.play(1000);
+    for (std::size_t i = 0; i < out.size(); ++i)
+        ASSERT_NEAR(out[i], fixture.shape.at(static_cast<double>(i) / 1000.0), 1e-5);
+}
+
 TEST(XLFO, KeepsItsPhaseWhereNobodyReadsIt)
 {
     for (const bool moving : {false, true}) {

@@ -106,9 +106,8 @@ TEST(XLFOSources, FollowTheirOwnParameters)
         }
         // After 30000 samples phase 0.26, early in the third step, is 5279 away.
         tree.deliver(set.steps[2].random, 1.0f);
-        const auto other = tree.render(*tree.matrix->producerForTarget(SordelinTargets::wetPan), 20000);
+        const auto other = tree.render(*tree.matrix->producerForTarget(SordelinTargets::wetPan), 6000);
         EXPECT_GT(std::fabs(other[5279] + 0.8f), 1e-4f);
-        EXPECT_GT(std::fabs(other[5279] - other[5279 + 13364]), 1e-4f);
     }
 }
 
