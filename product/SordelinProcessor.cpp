@@ -133,6 +133,12 @@ void SordelinProcessor::writeDisplayData(BinaryDataWriter& writer)
     modulationDisplay.collect(writer);
 }
 
+void SordelinProcessor::noteOn(int key, float) noexcept
+{
+    if (key != 0)
+        xlfoSources.noteOn();
+}
+
 float SordelinProcessor::modulationSourceValue(int source) noexcept
 {
     if (source < SordelinSources::firstXlfo)

@@ -45,6 +45,9 @@ public:
     void process(const float* const* inputs, int inputCount, float* const* outputs, int outputCount,
                  int frames, unsigned& status) noexcept REALTIME override;
 
+    /// Key 0 isn't played: it may stand for all keys.
+    void noteOn(int key, float velocity) noexcept REALTIME override;
+
     /// Also where targets and sources stand.
     void writeDisplayData(BinaryDataWriter& writer) override;
     void requestModulationDisplay() override { modulationDisplay.request(); }

@@ -127,6 +127,34 @@ TEST(XLFO, ReachesAsFarAsAnySourceWhereItSnapsOnAnotherTarget)
     }
 }
 
+TEST(XLFO, StartsOverAtTheSampleOfANote)
+{
+    struct Row {
+        const char* trigger;
+        int key;
+        bool startsOver;
+    };
+    for (const auto& [trigger, key, startsOver] :
+         {Row{"On", 60, true}, Row{"Off", 60, false}, Row{"On", 0, false}}) {
+        Wobbled player({.block = 512});
+        player.set("Dry Level", "-6.0206 dB");
+        player.set("XLFO 1 Frequency", "2 Hz");
+        player.set("XLFO 1 MIDI Trigger", trigger);
+        player.makeTriangle();
+        player.reach("Dry Level", "0.3");
+        player.schedule({{20011, midiEvent(0, 0x93, static_cast<std::uint8_t>(key), 100)}});
+        const auto out = player.play(steady(48000));
+        const std::size_t begin = startsOver ? 20011 : 0;
+        double worst = 0.0;
+        for (std::size_t i = 20011; i < out.size(); ++i) {
+            const double phase = std::fmod(static_cast<double>(i - begin) * 2.0 / 48000.0, 1.0);
+            const double triangle = 1.0 - std::fabs(2.0 - 4.0 * phase);
+            worst = std::max(worst, std::fabs(out[i] - 0.5 * (0.5 + 0.3 * triangle)));
+        }
+        EXPECT_LT(worst, 1e-3) << trigger << ' ' << key;
+    }
+}
+
 TEST(XLFO, IsNotHeardToClickWhenItsControlsMove)
 {
     struct Row {
