@@ -244,7 +244,7 @@ float XLFO::newValueOf(int index) noexcept
     }
     if (!asked.snap.value())
         return value;
-    const int semitone = std::clamp(static_cast<int>((value + 1.0f) * 12.0f + 0.5f), 0, 24);
+    const int semitone = std::clamp(static_cast<int>(std::floor((value + 1.0f) * 12.0f + 0.5f)), 0, 24);
     return static_cast<float>(2 * semitone) * 0.041666668f - 1.0f;
 }
 

@@ -81,20 +81,20 @@ TEST(XLFO, ReachesByOctavesOnAFilterWhereItSnaps)
         double octaves;
     };
     // Twelfths of an octave with a depth of 1, or any part of 4.2 octaves; at a level of 0.5.
-    for (const auto& [snap, value, octaves] :
-         {Row{"Snap", "0.51", 0.25}, Row{"Snap", "-0.34", -2.0 / 12.0}, Row{"No Snap", "0.51", 1.071},
-          Row{"No Snap", "-0.34", -0.714}}) {
+    for (const Row& row : {Row{"Snap", "0.51", 0.25}, Row{"Snap", "-0.34", -2.0 / 12.0},
+                           Row{"No Snap", "0.51", 1.071}, Row{"No Snap", "-0.34", -0.714}}) {
         const auto playFiltered = [&](bool modulated) {
             Wobbled player;
             player.set("Wet Level", "0 dB");
             player.set("Dry Enabled", "Disabled");
             player.set("Filter 1 Enabled", "Enabled");
-            player.set("Filter 1 Freq", modulated ? "440 Hz" : std::to_string(440.0 * std::exp2(octaves)));
+            player.set("Filter 1 Freq",
+                       modulated ? "440 Hz" : std::to_string(440.0 * std::exp2(row.octaves)));
             player.set("Filter 1 Peak", "50%");
             if (modulated) {
                 player.set("Num Active XLFO 1 Steps", "1");
-                player.setStep(1, value, "0");
-                player.set("XLFO 1 Snap", snap);
+                player.setStep(1, row.value, "0");
+                player.set("XLFO 1 Snap", row.snap);
                 player.reach("Filter 1 Freq", "0.5");
             }
             player.play(signals::noise(24000, 7));
@@ -104,7 +104,7 @@ TEST(XLFO, ReachesByOctavesOnAFilterWhereItSnaps)
         const auto tuned = playFiltered(false);
         const double level = signals::rms(tuned, 0, tuned.size());
         EXPECT_GT(level, 0.01);
-        EXPECT_LT(signals::largestDifference(modulated, tuned), 0.05 * level) << snap << ' ' << value;
+        EXPECT_LT(signals::largestDifference(modulated, tuned), 0.05 * level) << row.snap << ' ' << row.value;
     }
 }
 

@@ -112,7 +112,8 @@ TEST(XLFO, SnapsToTwelfths)
 {
     XLFOFixture fixture({{{0.0, 0.0}}});
     fixture.xlfo.step(0).snap.assign(true);
-    for (double value = -1.0; value <= 1.0; value += 0.01) {
+    for (int percent = -100; percent <= 100; ++percent) {
+        const double value = percent / 100.0;
         fixture.xlfo.step(0).value.assign(static_cast<float>(value));
         EXPECT_NEAR(fixture.play(1)[0], std::floor(value * 12.0 + 0.5) / 12.0, 1e-6) << value;
     }
