@@ -40,6 +40,10 @@ SordelinProcessor::SordelinProcessor()
       wetTarget(environment, modulationMatrix, SordelinTargets::wetLevel, SordelinTargets::wetPan,
                 LevelPanTarget::Mode::Multiply),
       mainPeakMixer(environment, 2, Mixer::Operation::LargestMagnitude),
+      sideChainPeakMixer(environment, 2, Mixer::Operation::LargestMagnitude),
+      envelopeSources(environment, modulationMatrix, envelopeGenerators, envelopeFollowers,
+                      {mainPeakMixer, sideChainPeakMixer}),
+      midiModulation(environment, modulationMatrix, midiSources),
       inputGate(environment, 20.0f, 0.005f),
       sharedFilters{{environment, filterResources.resources.tables, filterResources.resources.styles.at(0)},
                     {environment, filterResources.resources.tables, filterResources.resources.styles.at(0)}},
@@ -94,6 +98,7 @@ void SordelinProcessor::connectChannels()
         own.outputMixer.mixerInput(0).gain.connect(&dryTarget.output(c));
         own.outputMixer.mixerInput(1).gain.connect(&wetTarget.output(c));
         mainPeakMixer.mixerInput(c).source = &own.mainInput;
+        sideChainPeakMixer.mixerInput(c).source = &own.sideChainInput;
         connectFilters(own.loopFilters, c);
         connectFilters(own.outputFilters, c);
     }
@@ -126,7 +131,13 @@ void SordelinProcessor::process(const float* const* inputs, int inputCount, floa
 
 float SordelinProcessor::modulationSourceValue(int source) noexcept
 {
-    return source < SordelinSources::firstXlfo ? xySources.displayValue(source) : 0.0f;
+    if (source < SordelinSources::firstXlfo)
+        return xySources.displayValue(source);
+    if (source < SordelinSources::firstGenerator)
+        return 0.0f;
+    if (source < SordelinSources::firstMidi)
+        return envelopeSources.displayValue(source);
+    return midiModulation.displayValue(source);
 }
 
 void SordelinProcessor::propertyChanged(AbstractProperty&)
@@ -140,6 +151,12 @@ void SordelinProcessor::transportChanged(float newTempo, float) noexcept
 {
     for (SordelinChannel* synchronised : sordelinChannels)
         synchronised->delayTimeController.tempoChanged(newTempo);
+}
+
+void SordelinProcessor::parameterApplied(int index) noexcept
+{
+    GenericPluginProcessor::parameterApplied(index);
+    envelopeSources.parameterApplied(index);
 }
 
 void SordelinProcessor::sampleRateChanged()

@@ -8,7 +8,9 @@
 #include "modulation/ModulationDisplay.h"
 #include "modulation/ModulationMatrix.h"
 #include "product/DelayPanController.h"
+#include "product/EnvelopeSources.h"
 #include "product/FilterResources.h"
+#include "product/MidiSources.h"
 #include "product/SordelinChannel.h"
 #include "product/SordelinParameters.h"
 #include "product/XYSources.h"
@@ -55,6 +57,7 @@ public:
 protected:
     int blockSize() const noexcept REALTIME override { return engineBlock; }
     void transportChanged(float newTempo, float beats) noexcept REALTIME override;
+    void parameterApplied(int index) noexcept REALTIME override;
     void sampleRateChanged() override;
 
 private:
@@ -77,6 +80,9 @@ private:
     LevelPanTarget wetTarget;
     std::array<std::unique_ptr<DelayPanController>, 2> delayPanControllers;
     Mixer mainPeakMixer;       // the larger of the two inputs
+    Mixer sideChainPeakMixer;  // the same of the side chain
+    EnvelopeSources envelopeSources;
+    MidiSources midiModulation;
     FilterAnalyzer inputGate;  // whether something comes in
     FilterResourcesHold filterResources;
     DesignFilter sharedFilters[2];  // one for each filter number; its lanes are two channels, in the loop and
