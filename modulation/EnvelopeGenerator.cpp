@@ -331,10 +331,9 @@ void EnvelopeGenerator::fitDecay(float oldBase) noexcept
     double& place = decayPlace.position;
     place = nearer < 0.0 ? 0.0 : std::min(std::max(place, 0.95), nearer);
     const bool rises = base >= start;
-    const float missing = rises ? decayRiseShape(static_cast<float>(place)) - 1.0f
-                                : 1.0f - decayFallShape(static_cast<float>(place));
+    const double missing = rises ? decayRiseShape(place) - 1.0 : 1.0 - decayFallShape(place);
     if (std::fabs(missing) > signalEpsilon) {
-        span = (start - base) / missing;
+        span = static_cast<float>((start - base) / missing);
     } else {
         place = 1.0;
         span = 0.0f;
@@ -390,7 +389,7 @@ void EnvelopeGenerator::renderAttack(EnvelopeWriter& out, int count) noexcept
     if (count == 0)
         return;
     const float height = 1.0f - (sustainLevel - base) - attackStart - signalEpsilon;
-    out.curve(attackShape, attackPlace, attackStart, height, attackStart + height, count);
+    out.curve(attackShape, attackPlace, height, attackStart + height, count);
     attackLeft -= count;
     segmentEnd = currentLevel = out.last();
 }
@@ -402,9 +401,9 @@ void EnvelopeGenerator::renderSustain(EnvelopeWriter& out, int count) noexcept
     if (decayCourse == DecayCourse::Undecided)
         decideDecay();
     if (decayCourse == DecayCourse::Falling)
-        out.curve(decayFallShape, decayPlace, span + base, -span, base, count);
+        out.curve(decayFallShape, decayPlace, -span, base, count);
     else if (decayCourse == DecayCourse::Rising)
-        out.curve(decayRiseShape, decayPlace, base - span, span, base, count);
+        out.curve(decayRiseShape, decayPlace, span, base, count);
     else
         out.hold(base, count);
     segmentEnd = currentLevel = out.last();
@@ -428,7 +427,7 @@ void EnvelopeGenerator::renderRelease(EnvelopeWriter& out, int count) noexcept
 {
     if (count == 0)
         return;
-    out.curve(releaseShape, releasePlace, segmentEnd, restLevel() - segmentEnd, restLevel(), count);
+    out.curve(releaseShape, releasePlace, restLevel() - segmentEnd, restLevel(), count);
     if (releasePlace.isOver() && state == State::Running)
         state = State::Finished;
     currentLevel = out.last();

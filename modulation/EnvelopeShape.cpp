@@ -43,12 +43,12 @@ double EnvelopeShape::positionFrom(const EnvelopeShape& other, double position) 
 {
     if (position <= 1.1920929e-7 || position >= EnvelopePlace::end)
         return position;
-    const float level = std::clamp(other(static_cast<float>(position)), 0.0f, 1.0f);
+    const double level = std::clamp(other(position), 0.0, 1.0);
     double low = 0.0;
     double high = 1.0;
     for (int halving = 0; halving < 20; ++halving) {  // to a millionth, which nobody hears as a step
         const double middle = 0.5 * (low + high);
-        ((*this)(static_cast<float>(middle)) < level ? low : high) = middle;
+        ((*this)(middle) < level ? low : high) = middle;
     }
     return 0.5 * (low + high);
 }
@@ -62,20 +62,20 @@ void EnvelopeWriter::hold(float value, int count) noexcept
     written += count;
 }
 
-void EnvelopeWriter::curve(const EnvelopeShape& shape, EnvelopePlace& place, float start, float height,
-                           float end, int count) noexcept
+void EnvelopeWriter::curve(const EnvelopeShape& shape, EnvelopePlace& place, float height, float end,
+                           int count) noexcept
 {
-    const double left = std::ceil((EnvelopePlace::end - place.position) / static_cast<double>(place.step));
+    const double step = place.step;
+    const double left = std::ceil((EnvelopePlace::end - place.position) / step);
     const int moving = static_cast<int>(std::clamp(left, 0.0, static_cast<double>(count)));
     const EnvelopeShape polynomial = shape;
-    const auto from = static_cast<float>(place.position);
-    const float step = place.step;
+    const double from = place.position;
     float* const to = out + written;
     // Rounding may carry the polynomial beyond its end.
     for (int i = 0; i < moving; ++i)
-        to[i] = start + std::min(polynomial(from + static_cast<float>(i) * step), 1.0f) * height;
+        to[i] = static_cast<float>(end - std::max(1.0 - polynomial(from + i * step), 0.0) * height);
     written += moving;
     steady = steady && moving == 0;
-    place.position += static_cast<double>(moving) * static_cast<double>(step);
+    place.position += moving * step;
     hold(end, count - moving);
 }

@@ -9,7 +9,8 @@ struct EnvelopeShape {
     /// the curvatures of the table the coefficients are interpolated; beyond its ends they stay.
     static EnvelopeShape of(float curvature) noexcept REALTIME;
 
-    float operator()(float x) const noexcept REALTIME
+    // Double: a decay that is bent shortly before its end multiplies what is missing there by thousands.
+    double operator()(double x) const noexcept REALTIME
     {
         return ((((c5 * x + c4) * x + c3) * x + c2) * x + c1) * x;
     }
@@ -40,8 +41,8 @@ public:
 
     /// Writes `value` for `count` samples.
     void hold(float value, int count) noexcept REALTIME;
-    /// Writes start + shape * height, while `place` moves on, and `end` once the stage is over.
-    void curve(const EnvelopeShape& shape, EnvelopePlace& place, float start, float height, float end,
+    /// Writes end - (1 - shape) * height, while `place` moves on, and `end` once the stage is over.
+    void curve(const EnvelopeShape& shape, EnvelopePlace& place, float height, float end,
                int count) noexcept REALTIME;
 
     int position() const noexcept REALTIME { return written; }
