@@ -64,6 +64,20 @@ PluginPatch::Settings allSlots()
     return settings;
 }
 
+/// All envelopes in use; the input opens the generators and keeps the followers moving.
+PluginPatch::Settings allEnvelopes()
+{
+    PluginPatch::Settings settings = {
+        {"Num Active EGs", "6"}, {"Num Active EFs", "4"}, {"Num Active MIDI Sources", "10"}};
+    for (int generator = 1; generator <= 6; ++generator) {
+        const std::string name = "EG " + std::to_string(generator);
+        settings.emplace_back(name + " Decay", "5 sec");
+        settings.emplace_back(name + " Attack", "3 sec");
+        settings.emplace_back(name + " Sustain", "0.5");
+    }
+    return settings;
+}
+
 void playPatch(benchmark::State& state, std::initializer_list<PluginPatch::Settings> parts)
 {
     PluginPatch::Settings settings;
@@ -84,5 +98,8 @@ BENCHMARK(filteredWithoutSlots)->Name("matrix, no slot, filters on");
 
 void filteredWithSlots(benchmark::State& state) { playPatch(state, {echoes, allSlots()}); }
 BENCHMARK(filteredWithSlots)->Name("matrix, 24 slots from XY, filters on");
+
+void withEnvelopes(benchmark::State& state) { playPatch(state, {echoes, withoutFilters, allEnvelopes()}); }
+BENCHMARK(withEnvelopes)->Name("6 EGs, 4 EFs and 10 MIDI sources, no slot, filters off");
 
 }  // namespace

@@ -29,7 +29,6 @@ private:
     };
 
     void follow(const wave::Block& in, wave::Block& out, int count) noexcept REALTIME;
-    float next(float target, float attackSeconds, float releaseSeconds) noexcept REALTIME;
 
     Coefficient attackCoefficient;
     float envelope = -180.0f;  // dB above -60 dB

@@ -5,6 +5,25 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+
+bool isAbove(float level, float limit) noexcept { return level > limit + signalEpsilon; }
+
+/// Also of what is no number.
+bool isDown(float level, float limit) noexcept { return !(level >= limit * 0.5f + signalEpsilon); }
+
+/// Whether `test` holds anywhere; without a way out, for the sake of vectors.
+template <class F>
+bool anyOf(const wave::Block& levels, const wave::Block& limits, int count, F test) noexcept
+{
+    int found = 0;
+    for (int i = 0; i < count; ++i)
+        found |= test(levels[i], limits[i]) ? 1 : 0;
+    return found != 0;
+}
+
+}  // namespace
+
 Trigger::Trigger(wave::Environment& owner) : threshold(owner, 0.9f), environment(owner)
 {
     threshold.parameter().setRange(0.0f, 1.0f);
@@ -34,9 +53,14 @@ void Trigger::run(int count) noexcept
         return;
     const wave::Block& levels = input->pull(count);
     const wave::Block& limits = thresholds(count);
+    lastGeneration = environment.generationNumber();
+    // Most blocks bring nothing new.
+    if (active ? !anyOf(levels, limits, count, isDown) : !anyOf(levels, limits, count, isAbove)) {
+        belowCount = 0;
+        return;
+    }
     for (int i = 0; i < count; ++i)
         look(levels[i], limits[i], i);
-    lastGeneration = environment.generationNumber();
 }
 
 const wave::Block& Trigger::thresholds(int count) noexcept
@@ -57,14 +81,14 @@ const wave::Block& Trigger::thresholds(int count) noexcept
 void Trigger::look(float level, float limit, int position) noexcept
 {
     if (!active) {
-        if (!(level > limit + signalEpsilon))
+        if (!isAbove(level, limit))
             return;
         active = true;
         belowCount = 0;
         found.push_back({EventKind::Start, position});
-    } else if (level >= limit * 0.5f + signalEpsilon) {
+    } else if (!isDown(level, limit)) {
         belowCount = 0;
-    } else if (++belowCount > holdSamples) {  // also for what is no number
+    } else if (++belowCount > holdSamples) {
         active = false;
         belowCount = 0;
         found.push_back({EventKind::End, position});

@@ -73,6 +73,10 @@ TEST(EnvelopeFollower, IsLinearInDecibels)
         EXPECT_NEAR(played.play(44100).back(), output, 1e-5) << sample;
         EXPECT_TRUE(played.follower->currentBlock().isConstant()) << sample;  // it has come to rest
     }
+    for (double db = -59.9; db < 40.0; db += 0.77) {
+        Follower played([x = gain(db)](std::uint64_t) { return x; }, 0.0005f, 0.0005f);
+        EXPECT_NEAR(played.play(1000).back(), 1.0 + db / 60.0, 1e-6) << db;
+    }
     Follower drowned([](std::uint64_t) { return infinite; }, 0.0005f, 0.0005f);
     EXPECT_TRUE(std::isfinite(drowned.play(1000).back()));
 }
