@@ -264,6 +264,67 @@ TEST(EnvelopeGenerator, GlidesToANewSustainLevelInTheDecayTime)
     }
 }
 
+TEST(EnvelopeGenerator, BendsARunningDecayToANewSustainLevel)
+{
+    struct Row {
+        int read;  // samples; a multiple of 64
+        float sustain, to;
+    };
+    for (const Row& row :
+         {Row{1408, 0.4f, 0.6f}, Row{1408, 0.4f, 0.45f}, Row{1408, 0.4f, 0.35f}, Row{1408, 0.4f, 0.1f},
+          Row{1408, 0.4f, 0.0f}, Row{1408, 0.4f, 0.9f}, Row{704, 0.0f, 0.96f}}) {
+        Envelope played;
+        // The attack takes 640 samples, the decay 4410.
+        apply(*played.envelope, {0.0f, 0.01445f, 0.1f, row.sustain, 0.0f, 0.06f});
+        const auto out = played.play(
+            7000, {{0, 30000}}, 128,
+            [&](int now) {
+                if (now == row.read)
+                    Envelope::set(played->sustain, row.to);
+            },
+            64);
+        const double place = (row.read - 640) / 4410.0;
+        const double level = 1.0 - (1.0 - row.sustain) * falling(place - 1.0 / 4410.0);
+        // As much nearer as the goal is, so much further is the decay, but not beyond 0.95.
+        const double nearer = std::fabs(row.sustain - level) - std::fabs(row.to - level);
+        const double from = std::clamp(place + nearer, 0.0, 0.95);
+        const auto shape = row.to > level ? rising : falling;
+        for (int k = 0; k < 5000; ++k) {
+            const double missing = (1.0 - shape(from + k / 4410.0)) / (1.0 - shape(from));
+            ASSERT_NEAR(out[static_cast<std::size_t>(row.read + k)], row.to + (level - row.to) * missing,
+                        1e-5)
+                << row.to << " " << k;
+        }
+    }
+}
+
+TEST(EnvelopeGenerator, RisesToASustainLevelThatWasRaisedAsTheAttackEnded)
+{
+    Envelope played;
+    Envelope::set(played->sustain, 0.5f);
+    const auto out = played.play(1000, {{0, 30000}}, 64, [&](int now) {
+        if (now == 64)
+            Envelope::set(played->sustain, 1.0f);
+    });
+    EXPECT_LE(*std::max_element(out.begin(), out.end()), 1.0f);
+    EXPECT_EQ(out.back(), 1.0f);
+}
+
+TEST(EnvelopeGenerator, ReleasesFromWhereItStandsAfterAStartOfNoLength)
+{
+    Envelope played;
+    apply(*played.envelope, {0.0f, 0.02f, 0.05f, 0.4f, 0.0f, 0.06f});
+    FunctionProducer level(played.environment,
+                           [](std::uint64_t t) { return t < 4000 || t == 5000 ? 1.0f : 0.0f; });
+    Trigger trigger(played.environment);
+    trigger.input = &level;
+    trigger.holdMs.assign(0.0f);
+    played->trigger = &trigger;
+    const auto out = played.play(9000, {}, 128);
+    EXPECT_LT(signals::largestStep(out, 0, out.size()), 0.004);
+    EXPECT_EQ(out.back(), 0.0f);
+}
+
 TEST(EnvelopeGenerator, NeverJumpsWhenAParameterMoves)
 {
     struct Row {
@@ -370,4 +431,18 @@ TEST(EnvelopeGenerator, ReportsItsGateAtMostTenTimesASecond)
     played.play(44100, {}, 128);
     EXPECT_GE(reports, 8);
     EXPECT_LE(reports, 10);
+
+    // The last change is reported too, if late: a note of 20 ms at 1.2 s.
+    Envelope single;
+    FunctionProducer pulse(single.environment,
+                           [](std::uint64_t t) { return t >= 52920 && t < 53802 ? 1.0f : 0.0f; });
+    Trigger pulsed(single.environment);
+    pulsed.input = &pulse;
+    single->trigger = &pulsed;
+    int changes = 0;
+    single->gateChanged.addHandler(NotifyEvent::handler([&changes](void*) { ++changes; }));
+    single.play(56000, {}, 128);
+    EXPECT_EQ(changes, 1);
+    single.play(4000, {}, 128);
+    EXPECT_EQ(changes, 2);
 }
