@@ -44,11 +44,11 @@ constexpr Curve curves[] = {linear, exponential, logarithmic, square, squareRoot
 }  // namespace
 
 MidiModSource::MidiModSource(wave::Environment& owner, Cache& sharedCache)
-    : Source(owner), level(owner, 1.0f), cache(sharedCache), curve(linear), value(owner, 0.0f)
+    : Source(owner), level(owner, 1.0f), cache(sharedCache), curve(linear), smoothed(owner, 0.0f)
 {
     level.parameter().setRange(-2.0f, 2.0f);
     // A step of 0.15 already takes the short ramp, so that moves of a wheel are followed quickly.
-    value.setRange(-1.0f, 1.0f, 0.5f);
+    smoothed.setRange(-1.0f, 1.0f, 0.5f);
     registerForReset();
     cache.sources.push_back(this);
 }
@@ -70,7 +70,7 @@ void MidiModSource::receive(int index, float x) noexcept
         isController ? MidiInput::Controller : static_cast<MidiInput>(index - Cache::controllers);
     if (from != input.value() || (isController && index != controller.value()))
         return;
-    value.setValue(response(x), FloatParameter::automaticRamp);
+    smoothed.setValue(response(x), FloatParameter::automaticRamp);
 }
 
 float MidiModSource::response(float x) const noexcept
@@ -92,7 +92,7 @@ float MidiModSource::response(float x) const noexcept
     return curve(x);
 }
 
-float MidiModSource::currentValue() noexcept { return level.presentValue() * value.target(); }
+float MidiModSource::currentValue() noexcept { return level.presentValue() * smoothed.target(); }
 
 float MidiModSource::displayValue() noexcept
 {
@@ -102,7 +102,7 @@ float MidiModSource::displayValue() noexcept
 
 void MidiModSource::generate(wave::Block* block, int count, int) noexcept
 {
-    wave::Block& rendered = value.render(count);
+    wave::Block& rendered = smoothed.render(count);
     const wave::Block& gain = level.pull(count);
     if (gain.isConstant() && isNear(gain[0], 1.0f)) {
         show(rendered);

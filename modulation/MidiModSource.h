@@ -43,7 +43,7 @@ private:
 
     Cache& cache;
     float (*curve)(float) noexcept;
-    FloatParameter value;
+    FloatParameter smoothed;
 };
 
 class MidiModSource::Cache : public MidiListener {

@@ -264,6 +264,22 @@ TEST(EnvelopeGenerator, GlidesToANewSustainLevelInTheDecayTime)
     }
 }
 
+TEST(EnvelopeGenerator, ReleasesAsItsInputsAreWhenTheGateCloses)
+{
+    constexpr int closing = 5003;
+    Envelope played;
+    apply(*played.envelope, plain);
+    Times then = plain;
+    then.hold = 0.01f;
+    then.release = 0.02f;
+    const auto out = played.play(8000, {{0, closing}}, 128, [&](int now) {
+        if (now == closing)
+            apply(*played.envelope, then);
+    });
+    for (int t = 0; t < 8000; ++t)
+        ASSERT_NEAR(out[static_cast<std::size_t>(t)], expected(then, 44100.0, closing, t), 2e-6) << t;
+}
+
 TEST(EnvelopeGenerator, BendsARunningDecayToANewSustainLevel)
 {
     struct Row {
