@@ -22,9 +22,7 @@ const PluginPatch::Settings withoutFilters = {{"Filter 1 Enabled", "Disabled"},
                                               {"Filter 2 Enabled", "Disabled"}};
 
 /// Every signal of the path that sounds, and then levels of slots, each reached by a small amount.
-PluginPatch::Settings allSlots()
-{
-    const char* const targets[] = {"Delay 1 Time",
+const char* const slotTargets[] = {"Delay 1 Time",
                                    "Delay 2 Time",
                                    "Delay 1 Feedback",
                                    "Delay 2 Feedback",
@@ -48,15 +46,26 @@ PluginPatch::Settings allSlots()
                                    "Slot 5 Level",
                                    "Slot 6 Level",
                                    "Slot 7 Level"};
-    const char* const axes[] = {"XY 1 Hor", "XY 1 Ver", "XY 2 Hor", "XY 2 Ver",
-                                "XY 3 Hor", "XY 3 Ver", "XY 4 Hor", "XY 4 Ver"};
-    PluginPatch::Settings settings = {{"Num Active XY Controllers", "4"}, {"Num Active Slots", "24"}};
-    for (std::size_t slot = 0; slot < std::size(targets); ++slot) {
+
+/// One slot after another from the sources, in turn.
+template <std::size_t count>
+void connectAll(PluginPatch::Settings& settings, const char* const (&sources)[count])
+{
+    settings.emplace_back("Num Active Slots", "24");
+    for (std::size_t slot = 0; slot < std::size(slotTargets); ++slot) {
         const std::string name = "Slot " + std::to_string(slot + 1);
-        settings.emplace_back(name + " Source", axes[slot % std::size(axes)]);
-        settings.emplace_back(name + " Target", targets[slot]);
+        settings.emplace_back(name + " Source", sources[slot % count]);
+        settings.emplace_back(name + " Target", slotTargets[slot]);
         settings.emplace_back(name + " Level", "0.01");
     }
+}
+
+PluginPatch::Settings allSlots()
+{
+    const char* const axes[] = {"XY 1 Hor", "XY 1 Ver", "XY 2 Hor", "XY 2 Ver",
+                                "XY 3 Hor", "XY 3 Ver", "XY 4 Hor", "XY 4 Ver"};
+    PluginPatch::Settings settings = {{"Num Active XY Controllers", "4"}};
+    connectAll(settings, axes);
     for (int controller = 1; controller <= 4; ++controller) {
         settings.emplace_back("XY Controller " + std::to_string(controller) + " Hor", "0.1");
         settings.emplace_back("XY Controller " + std::to_string(controller) + " Ver", "-0.1");
@@ -88,6 +97,34 @@ PluginPatch::Settings sixXlfos(const char* curve)
     return settings;
 }
 
+/// All envelopes in use; the input opens the generators and keeps the followers moving.
+PluginPatch::Settings allEnvelopes()
+{
+    PluginPatch::Settings settings = {
+        {"Num Active EGs", "6"}, {"Num Active EFs", "4"}, {"Num Active MIDI Sources", "10"}};
+    for (int generator = 1; generator <= 6; ++generator) {
+        const std::string name = "EG " + std::to_string(generator);
+        settings.emplace_back(name + " Decay", "5 sec");
+        settings.emplace_back(name + " Attack", "3 sec");
+        settings.emplace_back(name + " Sustain", "0.5");
+    }
+    return settings;
+}
+
+/// Every source but the XY controllers, all moving, in all slots.
+PluginPatch::Settings allSources()
+{
+    const char* const sources[] = {"XLFO 1", "XLFO 2", "XLFO 3", "XLFO 4", "XLFO 5", "XLFO 6",
+                                   "EG 1",   "EG 2",   "EG 3",   "EG 4",   "EG 5",   "EG 6",
+                                   "EF 1",   "EF 2",   "EF 3",   "EF 4",   "MIDI 1", "MIDI 2",
+                                   "MIDI 3", "MIDI 4", "MIDI 5", "MIDI 6", "MIDI 7", "MIDI 8"};
+    PluginPatch::Settings settings = sixXlfos("Linear");
+    for (const auto& setting : allEnvelopes())
+        settings.push_back(setting);
+    connectAll(settings, sources);
+    return settings;
+}
+
 void playPatch(benchmark::State& state, std::initializer_list<PluginPatch::Settings> parts)
 {
     PluginPatch::Settings settings;
@@ -114,5 +151,14 @@ BENCHMARK(filteredWithoutSlots)->Name("matrix, no slot, filters on");
 
 void filteredWithSlots(benchmark::State& state) { playPatch(state, {echoes, allSlots()}); }
 BENCHMARK(filteredWithSlots)->Name("matrix, 24 slots from XY, filters on");
+
+void withEnvelopes(benchmark::State& state) { playPatch(state, {echoes, withoutFilters, allEnvelopes()}); }
+BENCHMARK(withEnvelopes)->Name("6 EGs, 4 EFs and 10 MIDI sources, no slot, filters off");
+
+void withAllSources(benchmark::State& state) { playPatch(state, {echoes, withoutFilters, allSources()}); }
+BENCHMARK(withAllSources)->Name("matrix, 24 slots from all kinds of sources, filters off");
+
+void filteredWithAllSources(benchmark::State& state) { playPatch(state, {echoes, allSources()}); }
+BENCHMARK(filteredWithAllSources)->Name("matrix, 24 slots from all kinds of sources, filters on");
 
 }  // namespace
