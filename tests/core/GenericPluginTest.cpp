@@ -96,6 +96,8 @@ TEST(ControllerMap, IsSharedByAllInstancesAndOutlivesThem)
         plugin.setAdapter(&recorder);
         plugin.setListener(&recorder);
         auto second = std::make_unique<TestPlugin>();
+        Recorder secondRecorder;
+        second->setAdapter(&secondRecorder);
         EXPECT_EQ(&second->controllerMapping(), &plugin.controllerMapping());
         second->controllerMapping().assign(7, 1);
         EXPECT_EQ(recorder.mapChanges, 1);
@@ -103,6 +105,7 @@ TEST(ControllerMap, IsSharedByAllInstancesAndOutlivesThem)
         EXPECT_TRUE(second->saveControllerMap().succeeded());
         second.reset();
         plugin.controllerMapping().assign(8, 0);  // never saved
+        EXPECT_EQ(secondRecorder.mapChanges, 1);  // before it went
         EXPECT_EQ(recorder.mapChanges, 2);
         EXPECT_TRUE(plugin.loadControllerMap());
         EXPECT_EQ(plugin.controllerMapping().targetOf(8), -1);
