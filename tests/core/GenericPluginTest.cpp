@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -144,4 +146,23 @@ TEST(ControllerMap, SaysWhyItCannotBeKept)
         << result.message();
     EXPECT_EQ(plugin.controllerMapping().targetOf(7), 1);
     EXPECT_FALSE(plugin.loadControllerMap());
+}
+
+TEST(ControllerMap, IsThereForInstancesThatComeAndGoOnManyThreads)
+{
+    const TemporaryHome home;
+    writeControllerMap(home.productData(), controllerMapBytes({{7, 1}}));
+    std::atomic<int> wrong{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&wrong] {
+            for (int round = 0; round < 100; ++round) {
+                TestPlugin plugin;
+                wrong += plugin.controllerMapping().targetOf(7) != 1;
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(wrong, 0);
 }
