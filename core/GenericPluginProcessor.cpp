@@ -60,7 +60,7 @@ void GenericPluginProcessor::updateTransport(float newTempo, double position, bo
     }
     markPlayed(playing);
     tempo = newTempo;
-    shownTempo = newTempo;
+    shownTempo.store(newTempo, std::memory_order_relaxed);
     lastBeatPosition = position;
     transportUpdated = true;
     samplesSinceTransport = 0;
@@ -71,12 +71,12 @@ void GenericPluginProcessor::markPlayed(bool playing) noexcept
     const std::uint64_t number = ProcessWideData::nextBlockNumber();
     if (!playing) {
         for (auto& timestamp : playTimestamps)
-            timestamp = neverPlayed;
+            timestamp.store(neverPlayed, std::memory_order_relaxed);
         return;
     }
     const auto place = std::find(playTimestamps.begin(), playTimestamps.end(), neverPlayed);
     if (place != playTimestamps.end())
-        *place = number << 32 | 0xFFFFFFFEu;
+        place->store(number << 32 | 0xFFFFFFFEu, std::memory_order_relaxed);
 }
 
 void GenericPluginProcessor::transportChanged(float, double) noexcept {}

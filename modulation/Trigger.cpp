@@ -12,14 +12,22 @@ bool isAbove(float level, float limit) noexcept { return level > limit + signalE
 /// Also of what is no number.
 bool isDown(float level, float limit) noexcept { return !(level >= limit * 0.5f + signalEpsilon); }
 
-/// Whether `test` holds anywhere; without a way out, for the sake of vectors.
-template <class F>
-bool anyOf(const wave::Block& levels, const wave::Block& limits, int count, F test) noexcept
+/// Without a way out, for the sake of vectors.
+bool anyAbove(const wave::Block& levels, const wave::Block& limits, int count) noexcept
 {
     int found = 0;
     for (int i = 0; i < count; ++i)
-        found |= test(levels[i], limits[i]) ? 1 : 0;
+        found |= isAbove(levels[i], limits[i]) ? 1 : 0;
     return found != 0;
+}
+
+/// For how many samples the level has stayed down where the block ends.
+int countDownAtEnd(const wave::Block& levels, const wave::Block& limits, int count) noexcept
+{
+    int down = 0;
+    while (down < count && isDown(levels[count - 1 - down], limits[count - 1 - down]))
+        ++down;
+    return down;
 }
 
 }  // namespace
@@ -54,11 +62,14 @@ void Trigger::run(int count) noexcept
     const wave::Block& levels = input->pull(count);
     const wave::Block& limits = thresholds(count);
     lastGeneration = environment.generationNumber();
-    // Most blocks bring nothing new.
-    if (active ? !anyOf(levels, limits, count, isDown) : !anyOf(levels, limits, count, isAbove)) {
-        belowCount = 0;
+    // Most blocks bring nothing new: nothing rises, or there is no time to stay down for long enough.
+    if (active && belowCount + count <= holdSamples) {
+        const int down = countDownAtEnd(levels, limits, count);
+        belowCount = down == count ? belowCount + count : down;
         return;
     }
+    if (!active && !anyAbove(levels, limits, count))
+        return;
     for (int i = 0; i < count; ++i)
         look(levels[i], limits[i], i);
 }
