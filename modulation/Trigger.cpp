@@ -36,7 +36,7 @@ Trigger::Trigger(wave::Environment& owner) : threshold(owner, 0.9f), environment
 {
     threshold.parameter().setRange(0.0f, 1.0f);
     found.reserve(1024);  // far more than a block has samples
-    propertyChanged(holdMs);
+    Trigger::propertyChanged(holdMs);
 }
 
 void Trigger::propertyChanged(AbstractProperty& property)

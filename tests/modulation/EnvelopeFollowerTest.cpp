@@ -73,7 +73,8 @@ TEST(EnvelopeFollower, IsLinearInDecibels)
         EXPECT_NEAR(played.play(44100).back(), output, 1e-5) << sample;
         EXPECT_TRUE(played.follower->currentBlock().isConstant()) << sample;  // it has come to rest
     }
-    for (double db = -59.9; db < 40.0; db += 0.77) {
+    for (int step = 0; step < 130; ++step) {
+        const double db = -59.9 + 0.77 * step;
         Follower played([x = gain(db)](std::uint64_t) { return x; }, 0.0005f, 0.0005f);
         EXPECT_NEAR(played.play(1000).back(), 1.0 + db / 60.0, 1e-6) << db;
     }

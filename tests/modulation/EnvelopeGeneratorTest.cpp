@@ -58,6 +58,8 @@ struct Envelope : GraphFixture {
     std::optional<EnvelopeGenerator> envelope;
 };
 
+float at(const std::vector<float>& signal, int place) { return signal[static_cast<std::size_t>(place)]; }
+
 double polynomial(const std::array<double, 5>& c, double x)
 {
     x = std::clamp(x, 0.0, 1.0);
@@ -127,7 +129,7 @@ TEST(EnvelopeGenerator, GoesThroughItsStagesHoweverBlocksAreCut)
             double worst = 0.0;
             for (int t = -start; t < length; ++t)
                 worst =
-                    std::max(worst, std::fabs(out[static_cast<std::size_t>(start + t)] -
+                    std::max(worst, std::fabs(at(out, start + t) -
                                               (t < 0 ? 0.0 : expected(row.times, row.rate, row.gate, t))));
             EXPECT_LT(worst, 2e-6) << row.gate << " at " << row.rate << " in blocks of " << cutting;
             EXPECT_EQ(out.back(), 0.0f);
@@ -188,7 +190,7 @@ TEST(EnvelopeGenerator, StartsAndEndsWithItsTriggerHoweverBlocksAreCut)
                     low = std::min(low, value);
                     high = std::max(high, value);
                 }
-            const float found = out[static_cast<std::size_t>(rise + t)];
+            const float found = at(out, rise + t);
             ASSERT_GT(found, low - 1e-5) << t << " in blocks of " << cutting;
             ASSERT_LT(found, high + 1e-5) << t << " in blocks of " << cutting;
         }
@@ -222,7 +224,7 @@ TEST(EnvelopeGenerator, TakesNewTimesInTheMidstOfAStageAndKeepsItsPlace)
     });
     const double place = 1024.0 / 4412.0;
     for (int t = 1024; t < 2370; ++t)
-        ASSERT_NEAR(out[static_cast<std::size_t>(t)], rising(place + (t - 1024) / 1764.0), 2e-6) << t;
+        ASSERT_NEAR(at(out, t), rising(place + (t - 1024) / 1764.0), 2e-6) << t;
     EXPECT_NEAR(out[2390], 1.0f, 1e-6);
 
     // A delay keeps what has passed of it. 0.1 s are 4410 samples, in fours 4412.
@@ -277,7 +279,7 @@ TEST(EnvelopeGenerator, ReleasesAsItsInputsAreWhenTheGateCloses)
             apply(*played.envelope, then);
     });
     for (int t = 0; t < 8000; ++t)
-        ASSERT_NEAR(out[static_cast<std::size_t>(t)], expected(then, 44100.0, closing, t), 2e-6) << t;
+        ASSERT_NEAR(at(out, t), expected(then, 44100.0, closing, t), 2e-6) << t;
 }
 
 TEST(EnvelopeGenerator, BendsARunningDecayToANewSustainLevel)
@@ -307,8 +309,7 @@ TEST(EnvelopeGenerator, BendsARunningDecayToANewSustainLevel)
         const auto shape = row.to > level ? rising : falling;
         for (int k = 0; k < 5000; ++k) {
             const double missing = (1.0 - shape(from + k / 4410.0)) / (1.0 - shape(from));
-            ASSERT_NEAR(out[static_cast<std::size_t>(row.read + k)], row.to + (level - row.to) * missing,
-                        1e-5)
+            ASSERT_NEAR(at(out, row.read + k), row.to + (level - row.to) * missing, 1e-5)
                 << row.to << " " << k;
         }
     }
@@ -362,6 +363,7 @@ TEST(EnvelopeGenerator, NeverJumpsWhenAParameterMoves)
             Envelope played;
             apply(*played.envelope, {0.0f, 0.03f, 0.05f, 0.4f, 0.0f, 0.05f});
             std::vector<Note> notes;
+            notes.reserve(12);
             for (int i = 0; i < 12; ++i)
                 notes.push_back({i * 7000, i * 7000 + 4400});
             const auto out = played.play(

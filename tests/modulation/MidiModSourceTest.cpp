@@ -62,7 +62,7 @@ TEST(MidiModSource, BendsTheValue)
     const auto exponential = [](double x) {
         return x > 0.1 ? std::pow(10.0, 1.8 * (x - 1.0)) : x * std::pow(10.0, -1.62) / 0.1;
     };
-    const auto mirrored = [](std::function<double(double)> f) {
+    const auto mirrored = [](const std::function<double(double)>& f) {
         return [f](double x) { return x < 0.0 ? -f(-x) : f(x); };
     };
     const std::function<double(double)> curves[] = {
