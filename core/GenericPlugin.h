@@ -2,6 +2,7 @@
 
 #include "core/GenericPluginBase.h"
 #include "core/SharedPluginData.h"
+#include "core/TrackContext.h"
 #include "foundation/ErrorResult.h"
 
 #include <array>
@@ -44,6 +45,7 @@ public:
             ControllerMoved = -1027,
             ControllerMapChanged = -1029,
             LayoutChanged = -1030,
+            TrackContextChanged = -1033,
         };
         virtual ~Listener() = default;
         virtual void message(int messageCode, int argument) noexcept = 0;
@@ -55,6 +57,10 @@ public:
     /// Waits for calls to the listener before. Thread: main.
     void setListener(Listener* newListener);
     void tellListener(int messageCode, int argument) noexcept;
+
+    /// Where the host says that the instance stands. Only a product that asks for it takes it.
+    void setTrackContext(const TrackContext& context);
+    const TrackContext& trackContext() const { return track; }
 
     float sampleRate() const { return rate; }  // Hz; 44100 until the host activates
     void setSampleRate(float newRate) { rate = newRate; }
@@ -105,6 +111,7 @@ private:
     std::atomic<BatchPending> batchPending{BatchPending::Nothing};
     int pendingReset = WithoutReset;  // goes out with the batch
     float rate = 44100.0f;
+    TrackContext track;
     float displayTempo = 120.0f;
     std::array<std::uint64_t, 4> playTimestamps{};
 };
