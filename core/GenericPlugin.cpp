@@ -140,3 +140,18 @@ void GenericPlugin::parameterValueChanged(int index, float value, int changeFlag
         adapter->parameterChanged(index);
     tellListener(Listener::ParameterChanged, index);
 }
+
+// What an editor shows.
+
+void GenericPlugin::pullDisplayData(bool withModulation)
+{
+    if (adapter)
+        adapter->pullDisplayData(withModulation);
+}
+
+void GenericPlugin::readDisplayData(BinaryDataReader& reader)
+{
+    displayTempo = reader.readFloat();
+    for (std::uint64_t& timestamp : playTimestamps)
+        timestamp = reader.readUInt64();
+}

@@ -4,7 +4,11 @@
 #include "core/SharedPluginData.h"
 #include "foundation/ErrorResult.h"
 
+#include <array>
 #include <atomic>
+#include <cstdint>
+
+class BinaryDataReader;
 
 /// The main-thread half of a plug-in: the parameters as the user sees them. It reaches the audio half only
 /// through its adapter.
@@ -24,6 +28,9 @@ public:
         virtual void parameterChanged(int index) = 0;
         /// Brings the controller map to the other half.
         virtual void controllerMapChanged() = 0;
+        /// Has the other half's display data read. @param withModulation  also asks the other half to go on
+        /// gathering where modulation stands, which ends a quarter of a second after the last time
+        virtual void pullDisplayData(bool withModulation) = 0;
     };
 
     /// Stands for all parameters in `Adapter::parameterChanged`.
@@ -63,6 +70,15 @@ public:
     /// Keeps the map for the user, or says why it couldn't.
     virtual ErrorResult saveControllerMap();
 
+    // What an editor shows of the other half, as it was when `pullDisplayData` was called last. Thread: main.
+
+    virtual void pullDisplayData(bool withModulation);
+    /// Reads what the other half wrote.
+    virtual void readDisplayData(BinaryDataReader& reader);
+    float shownTempo() const { return displayTempo; }  // beats per minute
+    /// When the last four blocks were played, all ones where none was since the song stopped.
+    const std::array<std::uint64_t, 4>& shownPlayTimestamps() const { return playTimestamps; }
+
     // GenericPluginBase
 
     void beginParameterBatch() override;
@@ -89,4 +105,6 @@ private:
     std::atomic<BatchPending> batchPending{BatchPending::Nothing};
     int pendingReset = WithoutReset;  // goes out with the batch
     float rate = 44100.0f;
+    float displayTempo = 120.0f;
+    std::array<std::uint64_t, 4> playTimestamps{};
 };

@@ -3,6 +3,7 @@
 #include "core/DefaultChannelEventReceiver.h"
 #include "core/DefaultEventReceiver.h"
 #include "core/ProcessWideData.h"
+#include "foundation/BinaryDataWriter.h"
 #include "foundation/Tolerance.h"
 
 #include <algorithm>
@@ -17,7 +18,8 @@ constexpr double wrapBeats = 256.0;
 
 GenericPluginProcessor::GenericPluginProcessor()
 {
-    playTimestamps.fill(neverPlayed);
+    for (auto& timestamp : playTimestamps)
+        timestamp = neverPlayed;
     environment.sampleRateChanged.setHandler(NotifyEvent::handler([this](void*) { sampleRateChanged(); }));
     ProcessWideData::acquire();
 }
@@ -58,6 +60,7 @@ void GenericPluginProcessor::updateTransport(float newTempo, float position, boo
     }
     markPlayed(playing);
     tempo = newTempo;
+    shownTempo = newTempo;
     lastBeatPosition = position;
     transportUpdated = true;
     samplesSinceTransport = 0;
@@ -67,7 +70,8 @@ void GenericPluginProcessor::markPlayed(bool playing) noexcept
 {
     const std::uint64_t number = ProcessWideData::nextBlockNumber();
     if (!playing) {
-        playTimestamps.fill(neverPlayed);
+        for (auto& timestamp : playTimestamps)
+            timestamp = neverPlayed;
         return;
     }
     const auto place = std::find(playTimestamps.begin(), playTimestamps.end(), neverPlayed);
@@ -77,11 +81,33 @@ void GenericPluginProcessor::markPlayed(bool playing) noexcept
 
 void GenericPluginProcessor::transportChanged(float, float) noexcept {}
 
+// What editors are shown.
+
+void GenericPluginProcessor::countUnwatched(int frames) noexcept
+{
+    int counted = displayCountdownSamples.load();
+    // An editor that asks at this moment wins.
+    displayCountdownSamples.compare_exchange_strong(counted,
+                                                    std::min(longUnwatched - frames, counted) + frames);
+    environment.setDisplayActive(static_cast<float>(displayCountdownSamples.load()) <
+                                 environment.sampleRate());
+}
+
+void GenericPluginProcessor::writeDisplayData(BinaryDataWriter& writer)
+{
+    displayCountdownSamples = 0;
+    // No source of signals, levels or spectra stands in the engine: the stream is its tail alone.
+    writer.writeFloat(shownTempo);
+    for (const auto& timestamp : playTimestamps)
+        writer.writeUInt64(timestamp);
+}
+
 // Rendering.
 
 void GenericPluginProcessor::process(const float* const* inputs, int inputCount, float* const* outputs,
                                      int outputCount, int frames, unsigned& status) noexcept
 {
+    countUnwatched(frames);
     samplesSinceTransport += frames;
     lastController = -1;
     applyQueuedChanges();

@@ -15,6 +15,8 @@
 #include <memory>
 #include <vector>
 
+class BinaryDataWriter;
+
 /// The audio half of a plug-in: the engine, a second copy of every parameter, and the queues by which changes
 /// reach the audio thread. It sees channel pointers and a sample count, and knows no plug-in format.
 ///
@@ -64,6 +66,13 @@ public:
     /// Tail in samples; -1 for an endless one, -2 for one that depends on notes.
     virtual int tailLength() const noexcept REALTIME { return isEffect() ? -1 : -2; }
     int latency() const noexcept REALTIME { return latencySamples; }
+
+    /// Writes what an editor shows of the engine, in the order in which GenericPlugin reads it, and keeps the
+    /// engine gathering it for another second. Thread: main.
+    virtual void writeDisplayData(BinaryDataWriter& writer);
+
+    /// An editor shows where modulation stands. Thread: main.
+    virtual void requestModulationDisplay() {}
 
     /// Queues a message for the next run. Thread: any.
     void queueMidi(const MidiMessage& message) noexcept { midiQueue.push(message); }
@@ -140,6 +149,7 @@ private:
     };
     static constexpr std::int32_t softResetRequest = -1;
     static constexpr std::int32_t hardResetRequest = -2;
+    static constexpr int longUnwatched = 12288000;  // samples, where counting ends
 
     void setInputs(const float* const* inputs, int inputCount, int frames) noexcept REALTIME;
     void pushChange(ParameterChange change) noexcept;
@@ -149,6 +159,7 @@ private:
     void applyMidiState() noexcept REALTIME;
     void decodeMidi(const MidiMessage& message) noexcept REALTIME;
     void markPlayed(bool playing) noexcept REALTIME;
+    void countUnwatched(int frames) noexcept REALTIME;
 
     ProcessorAdapter* adapter = nullptr;
     std::unique_ptr<BypassProcessor> bypassProcessor;
@@ -165,5 +176,8 @@ private:
     LockFreeQueue<ParameterChange> parameterQueue{8192, 65536};
     std::atomic<bool> changesLost{false};  // the queue was full: the engine takes all values anew
     std::atomic<int> pauseCount{0};        // above 0 the parameter queue waits
-    std::array<std::uint64_t, 4> playTimestamps;
+    // What editors are shown is written by the audio thread and read by the main one.
+    std::array<std::atomic<std::uint64_t>, 4> playTimestamps;
+    std::atomic<float> shownTempo{120.0f};
+    std::atomic<int> displayCountdownSamples{longUnwatched};  // since an editor asked for display data
 };

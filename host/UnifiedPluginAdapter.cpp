@@ -31,12 +31,31 @@ void UnifiedPluginAdapter::joinProcessor()
 
 void UnifiedPluginAdapter::copyControllerMap()
 {
-    displayStream.str({});
-    displayStream.clear();
+    emptyStream();
     BinaryDataWriter writer(displayStream);
     plugin->controllerMapping().write(writer);
     BinaryDataReader reader(displayStream);
     processor->controllerMapping().read(reader);
+}
+
+void UnifiedPluginAdapter::emptyStream()
+{
+    displayStream.str({});
+    displayStream.clear();
+}
+
+void UnifiedPluginAdapter::pullDisplayData(bool withModulation)
+{
+    const ScopedLock scopedLock(*lock);
+    if (!processor)
+        return;
+    if (withModulation)
+        processor->requestModulationDisplay();
+    emptyStream();
+    BinaryDataWriter writer(displayStream);
+    processor->writeDisplayData(writer);
+    BinaryDataReader reader(displayStream);
+    plugin->readDisplayData(reader);
 }
 
 void UnifiedPluginAdapter::controllerMapChanged()

@@ -37,6 +37,7 @@ protected:
     void sendParameterValue(int index, float value) override { setParameter(index, value); }
     void parameterChanged(int index) override;
     void controllerMapChanged() override;
+    void pullDisplayData(bool withModulation) override;
 
     // GenericPluginProcessor::ProcessorAdapter
     void controllerActivity(int controller) noexcept REALTIME override;
@@ -52,6 +53,7 @@ protected:
 private:
     void joinProcessor();
     void copyControllerMap();
+    void emptyStream();
 
     std::stringstream displayStream;  // what crosses between the halves as bytes
 };

@@ -1,26 +1,34 @@
 #include "modulation/ModulationDisplay.h"
 
+#include "foundation/BinaryDataWriter.h"
+
 namespace {
 
 constexpr float updatesPerSecond = 60.0f;
+constexpr std::chrono::milliseconds patience{250};
 
 }  // namespace
 
-ModulationDisplay::ModulationDisplay(wave::Environment& owner, ModulationMatrix& shownMatrix)
+ModulationDisplay::ModulationDisplay(wave::Environment& owner, ModulationMatrix& shownMatrix,
+                                     std::function<float(int)> sourceValue)
     : environment(owner),
       matrix(shownMatrix),
-      distances(static_cast<std::size_t>(shownMatrix.targetCount()), 0.0f)
+      valueOfSource(std::move(sourceValue)),
+      targets(static_cast<std::size_t>(shownMatrix.targetCount())),
+      sources(static_cast<std::size_t>(shownMatrix.sourceCount()))
 {}
 
 void ModulationDisplay::update() noexcept
 {
-    if (!environment.isDisplayActive())
+    if (!environment.isDisplayActive() || requests.load(std::memory_order_relaxed) == 0)
         return;
     const std::uint64_t now = environment.now();
     if (static_cast<float>(now - lastTime) < environment.sampleRate() / updatesPerSecond)
         return;
-    for (int target = 0; target < matrix.targetCount(); ++target)
-        distances[static_cast<std::size_t>(target)] = distanceOf(target);
+    for (std::size_t target = 0; target < targets.size(); ++target)
+        targets[target].store(distanceOf(static_cast<int>(target)), std::memory_order_relaxed);
+    for (std::size_t source = 0; source < sources.size(); ++source)
+        sources[source].store(valueOfSource(static_cast<int>(source)), std::memory_order_relaxed);
     lastTime = now;
 }
 
@@ -32,4 +40,20 @@ float ModulationDisplay::distanceOf(int target) const noexcept
         return 0.0f;
     ModulationMatrix::Target& shown = matrix.target(target);
     return (modulated.currentValue() - shown.forwarder.currentValue()) / shown.scale();
+}
+
+void ModulationDisplay::collect(BinaryDataWriter& writer, Clock::time_point now)
+{
+    if (const unsigned asked = requests.load(); asked != requestsSeen) {
+        requestsSeen = asked;
+        lastRequest = now;
+    } else if (asked != 0 && now - lastRequest > patience) {
+        requests = requestsSeen = 0;
+    }
+    // An update that was under way when the display ended may have left values behind.
+    const bool shown = requestsSeen != 0;
+    for (const auto* values : {&targets, &sources}) {
+        for (const std::atomic<float>& value : *values)
+            writer.writeFloat(shown ? value.load(std::memory_order_relaxed) : 0.0f);
+    }
 }

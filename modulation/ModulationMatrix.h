@@ -81,6 +81,7 @@ public:
     ModulationMatrix& operator=(const ModulationMatrix&) = delete;
     ~ModulationMatrix();
 
+    int sourceCount() const noexcept REALTIME { return static_cast<int>(sources.size()); }
     int targetCount() const noexcept REALTIME { return static_cast<int>(targets.size()); }
     /// @param id  0..targetCount() - 1
     Target& target(int id) noexcept REALTIME { return *targets[static_cast<std::size_t>(id)]; }

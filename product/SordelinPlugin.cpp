@@ -1,5 +1,6 @@
 #include "product/SordelinPlugin.h"
 
+#include "foundation/BinaryDataReader.h"
 #include "product/SordelinInfo.h"
 
 SordelinPlugin::SordelinPlugin() : SordelinParameters(static_cast<GenericPluginBase&>(*this), *this)
@@ -8,4 +9,11 @@ SordelinPlugin::SordelinPlugin() : SordelinParameters(static_cast<GenericPluginB
     initialise();
     midiStateParameter = &receiveMidi;
     joinProcess();
+}
+
+void SordelinPlugin::readDisplayData(BinaryDataReader& reader)
+{
+    GenericPlugin::readDisplayData(reader);
+    for (float& value : displayValues)
+        value = reader.readFloat();
 }

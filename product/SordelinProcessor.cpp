@@ -27,7 +27,8 @@ int blockForRate(const wave::Environment& environment)
 SordelinProcessor::SordelinProcessor()
     : SordelinParameters(static_cast<GenericPluginBase&>(*this), *this),
       modulationMatrix(environment, initialised(*this, *this)),
-      modulationDisplay(environment, modulationMatrix),
+      modulationDisplay(environment, modulationMatrix,
+                        [this](int source) { return modulationSourceValue(source); }),
       xySources(environment, modulationMatrix, xyControllers),
       midSideEncoder(environment),
       midSideDecoder(environment),
@@ -123,6 +124,12 @@ void SordelinProcessor::process(const float* const* inputs, int inputCount, floa
 {
     GenericPluginProcessor::process(inputs, inputCount, outputs, outputCount, frames, status);
     modulationDisplay.update();
+}
+
+void SordelinProcessor::writeDisplayData(BinaryDataWriter& writer)
+{
+    GenericPluginProcessor::writeDisplayData(writer);
+    modulationDisplay.collect(writer);
 }
 
 float SordelinProcessor::modulationSourceValue(int source) noexcept

@@ -44,8 +44,9 @@ public:
     void process(const float* const* inputs, int inputCount, float* const* outputs, int outputCount,
                  int frames, unsigned& status) noexcept REALTIME override;
 
-    /// What an editor shows of the modulation. Thread: audio.
-    const ModulationDisplay& display() const noexcept REALTIME { return modulationDisplay; }
+    /// Also where targets and sources stand.
+    void writeDisplayData(BinaryDataWriter& writer) override;
+    void requestModulationDisplay() override { modulationDisplay.request(); }
     /// Where a source stands, as 0..1.
     float modulationSourceValue(int source) noexcept REALTIME;
 

@@ -1,8 +1,15 @@
 #include "product/SordelinProcessor.h"
 
+#include "foundation/BinaryDataReader.h"
+#include "foundation/BinaryDataWriter.h"
+#include "product/SordelinPlugin.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
+#include <sstream>
+#include <thread>
 
 namespace {
 
@@ -18,9 +25,22 @@ struct Engine {
             processor.process(inputs.data(), 4, outputs.data(), 2, 128, status);
         }
     }
-    float shown(int target) const { return processor.display().targets()[static_cast<std::size_t>(target)]; }
+    /// What an editor would see now.
+    void look(bool ask = true)
+    {
+        std::stringstream stream;
+        BinaryDataWriter writer(stream);
+        if (ask)
+            processor.requestModulationDisplay();
+        processor.writeDisplayData(writer);
+        BinaryDataReader reader(stream);
+        editor.readDisplayData(reader);
+        EXPECT_TRUE(reader.good());
+        EXPECT_EQ(stream.get(), std::char_traits<char>::eof());
+    }
 
     SordelinProcessor processor;
+    SordelinPlugin editor;
 };
 
 }  // namespace
@@ -42,20 +62,37 @@ TEST(SordelinProcessor, ShowsHowFarSlotsMoveTheirTargets)
     engine.set(tree.slots[0].inverted, 1.0f);
     connect(2, 3, crossFeedback1);
     engine.run(100);
-    EXPECT_EQ(engine.shown(wetPan), 0.0f);  // nobody looks
+    engine.look();
+    EXPECT_EQ(engine.editor.shownDistance(wetPan), 0.0f);  // nobody has asked until now
+    EXPECT_EQ(engine.editor.shownTempo(), 120.0f);
 
-    tree.engine().setDisplayActive(true);
     engine.run(1);
-    EXPECT_NEAR(engine.shown(slot1Level), -0.18f, 1e-6);            // without the slot's own depth and sign
-    EXPECT_NEAR(engine.shown(wetPan), -0.5f * 2.0f * 0.18f, 1e-6);  // depth 2, upside down
-    EXPECT_NEAR(engine.shown(crossFeedback1), 0.0f, 1e-6);          // held by its end
-    EXPECT_EQ(tree.modulationSourceValue(0), 0.75f);
-    EXPECT_EQ(tree.modulationSourceValue(3), 0.25f);
+    engine.look();
+    const SordelinPlugin& editor = engine.editor;
+    EXPECT_NEAR(editor.shownDistance(slot1Level), -0.18f, 1e-6);  // without the slot's own depth and sign
+    EXPECT_NEAR(editor.shownDistance(wetPan), -0.5f * 2.0f * 0.18f, 1e-6);  // depth 2, upside down
+    EXPECT_NEAR(editor.shownDistance(crossFeedback1), 0.0f, 1e-6);          // held by its end
+    EXPECT_EQ(editor.shownSource(0), 0.75f);
+    EXPECT_EQ(editor.shownSource(3), 0.25f);
 
     // A 60th of a second is 735 samples: the sixth block brings the news.
     engine.set(tree.slots[0].bypassed, 1.0f);
     engine.run(5);
-    EXPECT_NE(engine.shown(wetPan), 0.0f);
+    engine.look();
+    EXPECT_NE(editor.shownDistance(wetPan), 0.0f);
     engine.run(1);
-    EXPECT_EQ(engine.shown(wetPan), 0.0f);
+    engine.look();
+    EXPECT_EQ(editor.shownDistance(wetPan), 0.0f);
+
+    // A second of sound after the last look, the engine gathers no more; a quarter of a second after the last
+    // request there is nothing to be seen.
+    engine.set(tree.slots[0].bypassed, 0.0f);
+    engine.run(44100 / 128 + 1);
+    EXPECT_FALSE(tree.engine().isDisplayActive());
+    engine.look(false);
+    EXPECT_NE(editor.shownSource(0), 0.0f);
+    EXPECT_TRUE((engine.run(1), tree.engine().isDisplayActive()));
+    std::this_thread::sleep_for(std::chrono::milliseconds(260));
+    engine.look(false);
+    EXPECT_EQ(editor.shownSource(0), 0.0f);
 }
