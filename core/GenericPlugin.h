@@ -101,6 +101,8 @@ public:
     ComponentPresets componentPresets{*this};             // presets of single sections
     std::string instanceName;
     bool autoName = false;  // the instance goes by the name of its track
+    int instanceGroup = -1;
+    int trackIndex = -1;
 
     /// Takes all values at one block boundary, and leaves the delays' memory alone. On failure the name of
     /// the preset stays; parameters that were read before stay too, and the result has one of PresetLoader's
@@ -122,8 +124,14 @@ public:
     /// True if a stream from the host holds just the present state: the parameters, the names, and whether
     /// the preset is modified.
     bool presetEqualsState(std::istream& stream) const;
-    /// The part of the host's state that holds the parameters: "MVBS", version 1, their number, each value.
+    /// The part of the host's state that holds the parameters.
     void writeParameterState(BinaryDataWriter& writer) const;
+    /// All that a project keeps of the plug-in. False if the stream didn't take it.
+    bool saveState(std::ostream& stream) const;
+    /// Takes a project's state in one batch; the host knows it already. Parameters that an older project
+    /// lacks take their defaults. False for what isn't a state, or is damaged; what was read before stays.
+    /// @param stream  seekable
+    bool loadState(std::istream& stream);
 
     // The parameters that no preset holds are kept in a file of the user, where every new instance finds
     // them.
@@ -200,6 +208,9 @@ protected:
     virtual std::optional<PresetInfo> findComponentPreset(int group, std::string_view name) const;
 
 private:
+    bool readParameterState(BinaryDataReader& reader);
+    bool readStateExtension(std::istream& stream, BinaryDataReader& reader);
+    void restoreInstance(int storedGroup, bool storedAutoName, const std::string& storedName);
     void collectParameters();
     void markModified() noexcept;
     void tellHost(StateChange change);

@@ -56,12 +56,14 @@ bool ClapPluginAdapter::init()
 {
     createHalves();
     buildAudioPorts();
-    hostExtensions.params =
-        static_cast<const clap_host_params_t*>(host.get_extension(&host, CLAP_EXT_PARAMS));
-    hostExtensions.latency =
-        static_cast<const clap_host_latency_t*>(host.get_extension(&host, CLAP_EXT_LATENCY));
-    hostExtensions.trackInfo =
-        static_cast<const clap_host_track_info_t*>(host.get_extension(&host, CLAP_EXT_TRACK_INFO));
+    const auto fetch = [this](const char* id, auto& table) {
+        table = static_cast<std::remove_reference_t<decltype(table)>>(host.get_extension(&host, id));
+    };
+    fetch(CLAP_EXT_PARAMS, hostExtensions.params);
+    fetch(CLAP_EXT_LATENCY, hostExtensions.latency);
+    fetch(CLAP_EXT_TRACK_INFO, hostExtensions.trackInfo);
+    fetch(CLAP_EXT_STATE, hostExtensions.state);
+    fetch(CLAP_EXT_PRESET_LOAD, hostExtensions.presetLoad);
     return true;
 }
 
@@ -95,6 +97,9 @@ const void* ClapPluginAdapter::extension(const char* id)
         Entry{CLAP_EXT_PARAMS, &paramsTable},
         Entry{CLAP_EXT_LATENCY, &latencyTable},
         Entry{CLAP_EXT_TAIL, &tailTable},
+        Entry{CLAP_EXT_STATE, &stateTable},
+        Entry{CLAP_EXT_PRESET_LOAD, &presetLoadTable},
+        Entry{CLAP_EXT_PRESET_LOAD_COMPAT, &presetLoadTable},
         Entry{CLAP_EXT_TRACK_INFO, &trackInfoTable},
         Entry{CLAP_EXT_TRACK_INFO_COMPAT, &trackInfoTable},
         Entry{CLAP_EXT_PROJECT_LOCATION, &projectLocationTable},

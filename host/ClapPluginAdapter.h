@@ -31,6 +31,8 @@ private:
         const clap_host_params_t* params = nullptr;
         const clap_host_latency_t* latency = nullptr;
         const clap_host_track_info_t* trackInfo = nullptr;
+        const clap_host_state_t* state = nullptr;
+        const clap_host_preset_load_t* presetLoad = nullptr;
     };
     /// Who has told of the track so far.
     enum class TrackInfo { Unknown, FromProject, FromTrack };
@@ -71,6 +73,11 @@ private:
     /// The ports as they are in a channel layout. False if there is no such port.
     bool portInfo(int layout, std::uint32_t index, bool isInput, clap_audio_port_info_t* info) const;
 
+    // State and presets.
+    bool saveState(const clap_ostream_t* stream);
+    bool loadState(const clap_istream_t* stream);
+    bool loadPreset(std::uint32_t kind, const char* location);
+
     // The track.
     void trackInfoChanged();
     void setProjectLocation(const clap_project_location_element_t* path, std::uint32_t count);
@@ -92,6 +99,7 @@ private:
     void beginParameterGesture(int index) override;
     void endParameterGesture(int index) override;
     void latencyChanged() override;
+    void stateChanged(GenericPlugin::StateChange change) override;
     void parameterChanged(int index) override;
 
     static const clap_plugin_audio_ports_t audioPortsTable;
@@ -101,6 +109,8 @@ private:
     static const clap_plugin_latency_t latencyTable;
     static const clap_plugin_tail_t tailTable;
     static const clap_plugin_audio_ports_config_info_t audioPortsConfigInfoTable;
+    static const clap_plugin_state_t stateTable;
+    static const clap_plugin_preset_load_t presetLoadTable;
     static const clap_plugin_track_info_t trackInfoTable;
     static const clap_plugin_project_location_t projectLocationTable;
 

@@ -51,6 +51,15 @@ ClapHost::ClapHost(std::uint32_t offeredExtensions)
         self(host).require(self(host).onMainThread(), "state.mark_dirty off the main thread");
         ++self(host).calls.dirtyMarks;
     };
+    presetLoadTable.loaded = [](const clap_host_t* host, std::uint32_t, const char* location, const char*) {
+        self(host).require(self(host).onMainThread(), "preset_load.loaded off the main thread");
+        self(host).calls.loadedPresets.emplace_back(location);
+    };
+    presetLoadTable.on_error = [](const clap_host_t* host, std::uint32_t, const char*, const char*,
+                                  std::int32_t, const char* message) {
+        self(host).require(self(host).onMainThread(), "preset_load.on_error off the main thread");
+        self(host).calls.presetErrors.emplace_back(message);
+    };
     logTable.log = [](const clap_host_t* host, clap_log_severity severity, const char* message) {
         self(host).require(!self(host).onAudioThread(), "a log line from the audio thread");
         const std::lock_guard guard(self(host).textLock);
@@ -103,6 +112,7 @@ const void* ClapHost::extension(const char* id)
                              Entry{CLAP_EXT_PARAMS, HostExtensions::params, &paramsTable},
                              Entry{CLAP_EXT_LATENCY, HostExtensions::latency, &latencyTable},
                              Entry{CLAP_EXT_STATE, HostExtensions::state, &stateTable},
+                             Entry{CLAP_EXT_PRESET_LOAD, HostExtensions::presetLoad, &presetLoadTable},
                              Entry{CLAP_EXT_LOG, HostExtensions::log, &logTable}};
     const auto found = std::ranges::find(entries, std::string_view(id), &Entry::id);
     return found != entries.end() && (offered & found->bit) ? found->table : nullptr;

@@ -18,7 +18,8 @@ struct HostExtensions {
     static constexpr std::uint32_t latency = 1u << 2;
     static constexpr std::uint32_t state = 1u << 3;
     static constexpr std::uint32_t log = 1u << 4;
-    static constexpr std::uint32_t all = (1u << 5) - 1;
+    static constexpr std::uint32_t presetLoad = 1u << 8;
+    static constexpr std::uint32_t all = ((1u << 5) - 1) | presetLoad;
 };
 
 /// How often a plug-in made each call. Written by any thread, read by the main thread.
@@ -32,6 +33,8 @@ struct HostCalls {
     std::atomic<int> flushRequests{0};
     std::atomic<int> latencyChanges{0};
     std::atomic<int> dirtyMarks{0};
+    std::vector<std::string> loadedPresets;  // paths; main thread
+    std::vector<std::string> presetErrors;   // messages; main thread
 };
 
 /// The host's side of one plug-in instance: the record given to `create_plugin` and the extensions behind it.
@@ -90,6 +93,7 @@ private:
     clap_host_latency_t latencyTable{};
     clap_host_state_t stateTable{};
     clap_host_log_t logTable{};
+    clap_host_preset_load_t presetLoadTable{};
 
     mutable std::mutex textLock;  // guards the two lists
     std::vector<std::string> requested;
