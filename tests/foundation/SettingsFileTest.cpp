@@ -95,8 +95,8 @@ TEST_F(SettingsFileTest, DropsAWriteToAFolderThatMayOnlyBeRead)
     const std::filesystem::path place = folder / "Maker/Product";
     std::filesystem::remove(place / ".2.0.toml.lock");
     using std::filesystem::perms;
-    const perms readable = perms::owner_read | perms::owner_exec | perms::others_read | perms::others_exec;
-    std::filesystem::permissions(folder / "", readable | perms::owner_write);
+    const auto readable = static_cast<perms>(0555);
+    std::filesystem::permissions(folder / "", static_cast<perms>(0755));
     std::filesystem::permissions(place, readable);
     const pid_t child = fork();
     if (child == 0) {
