@@ -26,9 +26,9 @@ ClapPluginAdapter::ClapPluginAdapter(const clap_host_t& clapHost, const clap_plu
     clapPlugin.init = [](const clap_plugin_t* p) { return of(p).init(); };
     clapPlugin.destroy = [](const clap_plugin_t* p) { delete &of(p); };
     clapPlugin.activate = [](const clap_plugin_t* p, double rate, uint32_t, uint32_t) {
-        return of(p).activate(rate);
+        return onMainThread(p).activate(rate);
     };
-    clapPlugin.deactivate = [](const clap_plugin_t* p) { of(p).deactivate(); };
+    clapPlugin.deactivate = [](const clap_plugin_t* p) { onMainThread(p).deactivate(); };
     clapPlugin.start_processing = [](const clap_plugin_t* p) {
         of(p).reset();
         return true;
@@ -39,7 +39,7 @@ ClapPluginAdapter::ClapPluginAdapter(const clap_host_t& clapHost, const clap_plu
         return of(p).process(*block);
     };
     clapPlugin.get_extension = [](const clap_plugin_t*, const char* id) { return extension(id); };
-    clapPlugin.on_main_thread = [](const clap_plugin_t*) {};
+    clapPlugin.on_main_thread = [](const clap_plugin_t* p) { of(p).plugin->asyncQueue().deliver(); };
 }
 
 std::unique_ptr<GenericPlugin> ClapPluginAdapter::createPlugin()
@@ -60,6 +60,8 @@ bool ClapPluginAdapter::init()
         static_cast<const clap_host_params_t*>(host.get_extension(&host, CLAP_EXT_PARAMS));
     hostExtensions.latency =
         static_cast<const clap_host_latency_t*>(host.get_extension(&host, CLAP_EXT_LATENCY));
+    hostExtensions.state = static_cast<const clap_host_state_t*>(host.get_extension(&host, CLAP_EXT_STATE));
+    delivery = std::make_unique<MainThreadDelivery>(host, plugin->asyncQueue());
     return true;
 }
 
@@ -91,6 +93,8 @@ const void* ClapPluginAdapter::extension(const char* id)
         Entry{CLAP_EXT_PARAMS, &paramsTable},
         Entry{CLAP_EXT_LATENCY, &latencyTable},
         Entry{CLAP_EXT_TAIL, &tailTable},
+        Entry{CLAP_EXT_TIMER_SUPPORT, &timerTable},
+        Entry{CLAP_EXT_POSIX_FD_SUPPORT, &descriptorTable},
     };
     for (const Entry& entry : entries) {
         if (id && std::strcmp(id, entry.id) == 0)
@@ -104,6 +108,14 @@ void ClapPluginAdapter::latencyChanged()
     latencyChangePending = true;
     if (active)
         host.request_restart(&host);
+}
+
+void ClapPluginAdapter::stateChanged(GenericPlugin::StateChange change)
+{
+    if (change == GenericPlugin::PresetLoaded && hostExtensions.params)
+        hostExtensions.params->request_flush(&host);
+    if (hostExtensions.state)
+        hostExtensions.state->mark_dirty(&host);
 }
 
 // Processing.

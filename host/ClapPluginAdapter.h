@@ -3,9 +3,11 @@
 #include "abi/Clap.h"
 #include "foundation/LockFreeQueue.h"
 #include "host/ClapEventScan.h"
+#include "host/MainThreadDelivery.h"
 #include "host/UnifiedPluginAdapter.h"
 
 #include <atomic>
+#include <memory>
 #include <vector>
 
 /// The one object that a CLAP host sees of an instance.
@@ -30,6 +32,7 @@ private:
     struct HostExtensions {
         const clap_host_params_t* params = nullptr;
         const clap_host_latency_t* latency = nullptr;
+        const clap_host_state_t* state = nullptr;
     };
 
     /// The channels of one host block; null is silence, or nobody listening.
@@ -47,6 +50,13 @@ private:
         return *static_cast<ClapPluginAdapter*>(plugin->plugin_data);
     }
 
+    /// The same for calls on the main thread, where what waits for that thread comes first.
+    static ClapPluginAdapter& onMainThread(const clap_plugin_t* plugin)
+    {
+        of(plugin).deliverPending();
+        return of(plugin);
+    }
+
     // The instance's life. Thread: main, but for the marked ones.
     bool init();
     bool activate(double sampleRate);
@@ -54,6 +64,8 @@ private:
     void reset() noexcept REALTIME { processor->reset(); }                       // audio
     clap_process_status process(const clap_process_t& block) noexcept REALTIME;  // audio
     static const void* extension(const char* id);
+    /// Does what other threads have asked of the main thread, if this is it.
+    void deliverPending();
 
     // Steps of `process`.
     void gatherChannels(const clap_process_t& block, Channels& channels) noexcept REALTIME;
@@ -88,6 +100,7 @@ private:
     void beginParameterGesture(int index) override;
     void endParameterGesture(int index) override;
     void latencyChanged() override;
+    void stateChanged(GenericPlugin::StateChange change) override;
     void parameterChanged(int index) override;
 
     static const clap_plugin_audio_ports_t audioPortsTable;
@@ -96,10 +109,13 @@ private:
     static const clap_plugin_params_t paramsTable;
     static const clap_plugin_latency_t latencyTable;
     static const clap_plugin_tail_t tailTable;
+    static const clap_plugin_timer_support_t timerTable;
+    static const clap_plugin_posix_fd_support_t descriptorTable;
 
     clap_plugin_t clapPlugin{};
     const clap_host_t& host;
     HostExtensions hostExtensions;
+    std::unique_ptr<MainThreadDelivery> delivery;
     std::vector<clap_audio_port_info_t> audioPorts;  // of the inputs
     std::atomic<bool> active{false};
     bool latencyChangePending = false;

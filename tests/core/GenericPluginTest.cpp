@@ -27,6 +27,7 @@ struct Recorder : GenericPlugin::Adapter, GenericPlugin::Listener {
     void latencyChanged() override {}
     void parameterChanged(int index) override { forwarded.push_back(index); }
     void controllerMapChanged() override { ++mapChanges; }
+    void stateChanged(GenericPlugin::StateChange) override {}
     void message(int code, int argument) noexcept override
     {
         if (code == ParameterChanged)
