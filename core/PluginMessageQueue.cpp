@@ -27,7 +27,7 @@ void PluginMessageQueue::post(Kind kind, std::int64_t argument) noexcept
         }
     }
     lostKinds.fetch_or(1u << kind);
-    queue.wake();
+    queue.wake();  // what filled the queue may have been delivered since
 }
 
 void PluginMessageQueue::dispatch(void* message)

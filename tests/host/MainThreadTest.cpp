@@ -115,6 +115,7 @@ TEST(MainThreadDelivery, TakesTheBestThatTheHostOffers)
         EXPECT_TRUE(delivered.host.descriptors().empty() && delivered.host.timers().empty());
         EXPECT_EQ(openDescriptors(), open);
         delivered.queue.post(0, 1);  // wakes nobody
+        EXPECT_EQ(delivered.host.calls.callbackRequests, 0);
         EXPECT_TRUE(delivered.host.violations().empty());
     }
 }
