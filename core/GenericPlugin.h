@@ -1,10 +1,17 @@
 #pragma once
 
+#include "core/CompareStates.h"
 #include "core/ComponentPresets.h"
+#include "core/ControllerMapping.h"
 #include "core/GenericPluginBase.h"
+#include "core/NamedPluginInstance.h"
+#include "core/PluginMessageQueue.h"
+#include "core/PluginSettings.h"
 #include "core/PresetState.h"
-#include "core/SharedPluginData.h"
+#include "core/SharedSettings.h"
 #include "core/TrackContext.h"
+#include "core/UndoHistory.h"
+#include "core/VersionInfo.h"
 #include "foundation/ErrorResult.h"
 #include "presets/IPresetPlugin.h"
 #include "presets/PresetInfo.h"
@@ -16,16 +23,28 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 
 class BinaryDataReader;
 class BinaryDataWriter;
 class CustomPresetLoader;
+class SharedPluginData;
 
 /// The main-thread half of a plug-in: the parameters as the user sees them. It reaches the audio half only
 /// through its adapter.
-class GenericPlugin : public GenericPluginBase, public IPresetPlugin {
+class GenericPlugin : public GenericPluginBase,
+                      public NamedPluginInstance,
+                      public IPresetPlugin,
+                      private PluginMessageQueue::Receiver {
 public:
-    /// What of the state has changed, besides parameters.
+    using SettingsBase = ::SettingsBase;
+    using Settings = ::PluginSettings;
+    using SharedSettings = ::SharedSettings;
+    using SnapshotList = ::SnapshotList;
+    using UndoHistory = ::UndoHistory;
+    using CompareStates = ::CompareStates;
+
+    /// What of a project's state has changed, besides parameters.
     enum class StateChange { Preset = 0, Other = 1 };
 
     /// How this half reaches the host and the other half. Thread: main.
@@ -40,13 +59,13 @@ public:
         /// Brings a parameter's value to the other half and to the host; a negative index brings all of them,
         /// with a reset by its number.
         virtual void parameterChanged(int index) = 0;
+        /// What a project keeps has changed, other than by a parameter.
+        virtual void stateChanged(StateChange change) = 0;
         /// Brings the controller map to the other half.
         virtual void controllerMapChanged() = 0;
         /// Has the other half's display data read. @param withModulation  also asks the other half to go on
         /// gathering where modulation stands, which ends a quarter of a second after the last time
         virtual void pullDisplayData(bool withModulation) = 0;
-        /// The plug-in's state isn't what the host has saved any more.
-        virtual void stateChanged(StateChange) {}
     };
 
     /// Stands for all parameters in `Adapter::parameterChanged`.
@@ -61,6 +80,7 @@ public:
             ControllerMoved = -1027,
             ControllerMapChanged = -1029,
             LayoutChanged = -1030,
+            InstanceRenamed = -1031,
             CustomValuesChanged = -1032,
             TrackContextChanged = -1033,
         };
@@ -71,7 +91,8 @@ public:
     ~GenericPlugin() override;
 
     void setAdapter(Adapter* pluginAdapter) { adapter = pluginAdapter; }
-    /// Waits for calls to the listener before. Thread: main.
+    /// Waits for calls to the listener before. The thread that brings a listener is the main thread from here
+    /// on. Thread: main.
     void setListener(Listener* newListener);
     void tellListener(int messageCode, int argument) noexcept;
 
@@ -82,10 +103,43 @@ public:
     float sampleRate() const { return rate; }  // Hz; 44100 until the host activates
     void setSampleRate(float newRate) { rate = newRate; }
 
+    /// Messages to the main thread, for whoever delivers them there.
+    DeferredEventQueue& asyncQueue() { return messages.events(); }
+    /// True on the thread to which messages are brought. Thread: any.
+    bool isMainThread() const noexcept { return std::this_thread::get_id() == creatingThread.load(); }
+    /// A MIDI program change, which selects a preset where a user has asked for it. Thread: audio.
+    /// @param bank  0..16383  @param program  0..127
+    void requestProgramChange(int bank, int program) noexcept REALTIME;
+    /// Has the adapter hear of a new latency. Thread: any.
+    void postLatencyChange() noexcept REALTIME { messages.postLatencyChange(); }
+
+    // What the user's machine remembers, apart from presets and projects. Thread: main.
+
+    PluginSettings& settings() { return *instanceSettings; }
+    ::SharedSettings& sharedSettings();
+    /// How the interfaces of all instances are drawn. Thread: any.
+    GraphicsAccelerationMode graphicsMode() const;
+    /// The scale that a user has set; 0.0 follows the platform. Thread: any.
+    float interfaceScale() const;
+
+    /// Takes all settings out of a reader, or into a writer, with what follows from them.
+    virtual void serializeSettings(SettingSerializer& serializer);
+    void readSettings();
+    void writeSettings();
+
+    virtual VersionInfo version() const { return {}; }
+    virtual bool canResizeInterface() const { return false; }
+    virtual int interfaceLayoutCount() const { return 0; }
+    virtual int interfacePanelCount() const { return 0; }
+    virtual int interfaceMinimumHeight() const { return 0; }  // logical units, as all of these
+    virtual int interfaceMinimumWidth() const { return 0; }
+    virtual int defaultInterfaceHeight() { return 0; }
+    virtual int defaultInterfaceWidth() { return 0; }
+
     // The map of MIDI controllers, which all instances of the process share: what is learnt in one holds for
     // all. An assignment lasts when it has been saved.
 
-    ControllerMapping& controllerMapping() { return shared->controllerMapping; }
+    ControllerMapping& controllerMapping();
     /// Empties the map, or takes the one that the program carries.
     virtual void loadDefaultControllerMap();
     /// Takes the user's map. False, and the map is as it was, if there is none that can be read.
@@ -99,10 +153,6 @@ public:
     PresetParameterCollection storedParameters{*this};    // what presets hold
     PresetParameterCollection unstoredParameters{*this};  // what keeps its value when a preset is loaded
     ComponentPresets componentPresets{*this};             // presets of single sections
-    std::string instanceName;
-    bool autoName = false;  // the instance goes by the name of its track
-    int instanceGroup = -1;
-    int trackIndex = -1;
 
     /// Takes all values at one block boundary, and leaves the delays' memory alone. On failure the name of
     /// the preset stays; parameters that were read before stay too, and the result has one of PresetLoader's
@@ -164,9 +214,6 @@ public:
     bool isPresetModified() const override { return presetState.modified.value(); }
     void takePresetName(std::string_view name, bool modified) override;
 
-    /// Counts the changes of parameters. Thread: any.
-    std::uint32_t modificationCount() const noexcept { return modifications.load(); }
-
     // What an editor shows of the other half, as it was when `pullDisplayData` was called last. Thread: main.
 
     virtual void pullDisplayData(bool withModulation);
@@ -184,10 +231,41 @@ public:
     void requestSoftReset() override;
     void requestHardReset() override { pendingReset = WithHardReset; }
 
+    // IGenericPluginInstance
+
+    const std::string& productName() const override { return versionedName; }
+    int channelLayout() const override { return layoutIndex(); }
+    std::uint32_t pluginCode() const override;
+    std::uint32_t modificationCount() const override { return modifications.load(); }
+
 protected:
     /// Takes part in what the instances of the process share. Called once, by the product's constructor, when
     /// the parameters stand and the product has its name.
     void joinProcess();
+    /// Ends that. Called by the product's destructor, while others may still ask the instance for its name.
+    void leaveProcess();
+    /// Makes what the first instance of the process makes for all.
+    virtual void initialiseProcessWideData();
+    virtual std::unique_ptr<PluginSettings> createSettings();
+    virtual std::unique_ptr<::SharedSettings> createSharedSettings();
+
+    /// Under which the product's settings are stored.
+    std::string storeKey() const;
+    InterfaceLimits interfaceLimits() const;
+
+    // Presets, as far as settings and MIDI reach them.
+
+    /// The folder of the presets that all instances use.
+    virtual std::string presetRoot() const;
+    virtual void setPresetRoot(const std::string& path);
+    /// @param number  in the order of the presets; there needn't be one
+    virtual void selectPreset(int) {}
+
+    // NamedPluginInstance
+
+    const std::string& baseInstanceName() const override { return GenericPluginInfo::name; }
+    void instanceNameChanged() override { tellListener(Listener::InstanceRenamed, 0); }
+    void instanceStateChanged() override;
 
     /// Whether presets hold a parameter. Asked once, when the parameters stand.
     virtual bool isStored(const AbstractPluginParameter&) const { return true; }
@@ -210,7 +288,6 @@ protected:
 private:
     bool readParameterState(BinaryDataReader& reader);
     bool readStateExtension(std::istream& stream, BinaryDataReader& reader);
-    void restoreInstance(int storedGroup, bool storedAutoName, const std::string& storedName);
     void collectParameters();
     void markModified() noexcept;
     void tellHost(StateChange change);
@@ -218,17 +295,28 @@ private:
     std::string interfaceDefaultsPath() const;
 
     void controllerMapWasChanged(void*);
+    /// @param index  of a parameter, or a number of AllParameters
+    void forward(int index) noexcept;
+
+    // PluginMessageQueue::Receiver
+
+    void latencyMessage() override;
+    void presetMessage(int bank, int program) override;
+    void parameterMessage(int index) override;
 
     enum class BatchPending { Nothing, ForHost, NotForHost };
 
     Adapter* adapter = nullptr;
     SharedPluginData* shared = nullptr;
+    PluginMessageQueue messages{*this};
+    std::atomic<std::thread::id> creatingThread{std::this_thread::get_id()};
+    std::unique_ptr<PluginSettings> instanceSettings;
+    std::atomic<std::uint32_t> modifications{0};
     std::atomic<Listener*> listener{nullptr};
     std::atomic<int> listenerCalls{0};  // in flight
     std::atomic<int> batchDepth{0};
     std::atomic<BatchPending> batchPending{BatchPending::Nothing};
     int pendingReset = WithoutReset;  // goes out with the batch
-    std::atomic<std::uint32_t> modifications{0};
     CustomValues valuesByKey;
     bool loadingDefaultPreset = false;
     float rate = 44100.0f;

@@ -168,8 +168,8 @@ bool GenericPlugin::presetEqualsState(std::istream& stream) const
     const bool wasAutoName = reader.readInt() != 0;
     std::string instance;
     reader.readString(instance);
-    if (!reader.good() || name != presetState.name.value() || wasAutoName != autoName ||
-        (!autoName && instance != instanceName))
+    if (!reader.good() || name != presetState.name.value() || wasAutoName != hasAutoName() ||
+        (!hasAutoName() && instance != instanceName()))
         return false;
     if (reader.version() < 2)
         return true;

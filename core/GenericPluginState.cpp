@@ -43,11 +43,11 @@ bool GenericPlugin::saveState(std::ostream& stream) const
     writeParameterState(writer);
     writer.writeMagic(code, extensionVersion);
     writer.writeString(presetState.name.value());
-    writer.writeInt(instanceGroup);
-    writer.writeInt(autoName ? 1 : 0);
-    writer.writeString(instanceName);
+    writer.writeInt(instanceGroup());
+    writer.writeInt(hasAutoName() ? 1 : 0);
+    writer.writeString(instanceName());
     writer.writeInt(presetState.modified.value() ? 1 : 0);
-    writeCustomValues(writer, customValues(), {std::string(trackIndexKey), std::to_string(trackIndex)});
+    writeCustomValues(writer, customValues(), {std::string(trackIndexKey), std::to_string(perTrackIndex())});
     return writer.good();
 }
 
@@ -94,24 +94,18 @@ bool GenericPlugin::readStateExtension(std::istream& stream, BinaryDataReader& r
     if (!reader.good())
         return false;
     setPresetName(presetName);
-    restoreInstance(storedGroup, storedAutoName, storedInstance);
+    restoreGroup(storedGroup);
+    restoreInstanceName(storedAutoName, storedInstance);
     if (reader.version() >= firstVersionWithModified)
         presetState.modified.assign(modified);
 
     CustomValues values;
     const bool complete = reader.version() < firstVersionWithCustomValues || readCustomValues(stream, values);
     if (const auto found = values.find(trackIndexKey); found != values.end()) {
-        trackIndex = trackIndexOf(found->second);
+        setPerTrackIndex(trackIndexOf(found->second));
         values.erase(found);
     }
     setCustomValues(std::move(values));
     customValuesChanged();
     return complete;
-}
-
-void GenericPlugin::restoreInstance(int storedGroup, bool storedAutoName, const std::string& storedName)
-{
-    instanceGroup = storedGroup;
-    autoName = storedAutoName;
-    instanceName = storedName;
 }

@@ -1,8 +1,13 @@
 #pragma once
 
 #include "core/ControllerMapping.h"
+#include "core/GenericPluginInstanceList.h"
+#include "core/InterfaceDrawing.h"
+#include "core/SharedSettings.h"
 
+#include <memory>
 #include <mutex>
+#include <string>
 
 /// What all plug-ins of one process share. It is made with the first of them and goes with the last.
 class SharedPluginData {
@@ -16,4 +21,8 @@ public:
     static void leave();
 
     ControllerMapping controllerMapping;
+    GenericPluginInstanceList instances;
+    std::unique_ptr<SharedSettings> settings;
+    InterfaceDrawing drawing;
+    std::string presetRoot;  // the folder of the presets
 };

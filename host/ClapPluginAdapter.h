@@ -3,9 +3,11 @@
 #include "abi/Clap.h"
 #include "foundation/LockFreeQueue.h"
 #include "host/ClapEventScan.h"
+#include "host/MainThreadDelivery.h"
 #include "host/UnifiedPluginAdapter.h"
 
 #include <atomic>
+#include <memory>
 #include <vector>
 
 /// The one object that a CLAP host sees of an instance.
@@ -52,6 +54,13 @@ private:
         return *static_cast<ClapPluginAdapter*>(plugin->plugin_data);
     }
 
+    /// The same for calls on the main thread, where what waits for that thread comes first.
+    static ClapPluginAdapter& onMainThread(const clap_plugin_t* plugin)
+    {
+        of(plugin).deliverPending();
+        return of(plugin);
+    }
+
     // The instance's life. Thread: main, but for the marked ones.
     bool init();
     bool activate(double sampleRate);
@@ -59,6 +68,8 @@ private:
     void reset() noexcept REALTIME { processor->reset(); }                       // audio
     clap_process_status process(const clap_process_t& block) noexcept REALTIME;  // audio
     static const void* extension(const char* id);
+    /// Does what other threads have asked of the main thread, if this is it.
+    void deliverPending();
 
     // Steps of `process`.
     void gatherChannels(const clap_process_t& block, Channels& channels) noexcept REALTIME;
@@ -113,11 +124,14 @@ private:
     static const clap_plugin_preset_load_t presetLoadTable;
     static const clap_plugin_track_info_t trackInfoTable;
     static const clap_plugin_project_location_t projectLocationTable;
+    static const clap_plugin_timer_support_t timerTable;
+    static const clap_plugin_posix_fd_support_t descriptorTable;
 
     clap_plugin_t clapPlugin{};
     const clap_host_t& host;
     HostExtensions hostExtensions;
     int inputPortCount = 0;
+    std::unique_ptr<MainThreadDelivery> delivery;
     std::atomic<bool> active{false};
     bool latencyChangePending = false;
     LockFreeQueue<OutEvent> outEvents{1024, 65536};

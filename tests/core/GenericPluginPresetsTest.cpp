@@ -222,7 +222,7 @@ TEST_F(GenericPluginPresetsTest, KnowsItsOwnState)
 {
     plugin.set({0.1f, 0.2f, 0.3f, 0.4f});
     plugin.setPresetName("Known");
-    plugin.instanceName = "Left";
+    plugin.restoreInstanceName(false, "Left");
     const std::string parameters =
         "MVBS" + word(1u) + word(4u) + word(0.1f) + word(0.2f) + word(0.3f) + word(0.4f);
     const auto extended = [](std::uint32_t version, const char* name, std::uint32_t autoName,
@@ -251,7 +251,7 @@ TEST_F(GenericPluginPresetsTest, KnowsItsOwnState)
     std::string other = same;
     other[12] ^= 1;
     EXPECT_FALSE(equals(other));
-    plugin.autoName = true;
+    plugin.restoreInstanceName(true, "Left");
     EXPECT_TRUE(equals(parameters + extended(3, "Known", 1, "Right", 1)));
 }
 

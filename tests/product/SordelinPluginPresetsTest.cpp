@@ -16,6 +16,7 @@ struct Recorder : GenericPlugin::Adapter {
     void latencyChanged() override {}
     void controllerMapChanged() override {}
     void pullDisplayData(bool) override {}
+    void stateChanged(GenericPlugin::StateChange) override {}
     void parameterChanged(int index) override
     {
         forwarded.push_back(index);
