@@ -35,6 +35,7 @@ class SharedPluginData;
 class GenericPlugin : public GenericPluginBase,
                       public NamedPluginInstance,
                       public IPresetPlugin,
+                      public SnapshotOwner,
                       private PluginMessageQueue::Receiver {
 public:
     using SettingsBase = ::SettingsBase;
@@ -78,6 +79,7 @@ public:
             ParameterChanged = -1025,
             PresetChanged = -1026,  // its name, its path, or whether it is modified
             ControllerMoved = -1027,
+            InterfaceStateRestored = -1028,
             ControllerMapChanged = -1029,
             LayoutChanged = -1030,
             InstanceRenamed = -1031,
@@ -202,6 +204,18 @@ public:
     /// Makes the section's settings the default of its kind.
     ErrorResult saveDefaultComponentPreset(int group, int sectionNumber) const;
 
+    // SnapshotOwner. Undo and compare leave the parameters alone that no preset holds. Thread: main.
+
+    UndoHistory& undoHistory() override { return history; }
+    CompareStates& compareStates() override { return states; }
+    std::vector<float> storedValues() const override;
+    void restoreStoredValues(const std::vector<float>& values) override;
+    PresetIdentity presetIdentity() const override;
+    void restorePresetIdentity(const PresetIdentity& identity, bool pathChanged) override;
+    InterfaceState interfaceState() const override { return viewState; }
+    void restoreInterfaceState(const InterfaceState& state) override;
+    void restoreCustomValues(const CustomValues& values) override;
+
     // IPresetPlugin
 
     const std::string& presetSignature() const override { return code; }
@@ -318,6 +332,9 @@ private:
     std::atomic<BatchPending> batchPending{BatchPending::Nothing};
     int pendingReset = WithoutReset;  // goes out with the batch
     CustomValues valuesByKey;
+    InterfaceState viewState;
+    UndoHistory history{*this};
+    CompareStates states{*this};
     bool loadingDefaultPreset = false;
     float rate = 44100.0f;
     TrackContext track;
