@@ -290,6 +290,9 @@ TEST_F(SordelinPresetLoaderTest, MidiSourcesReachAsFarAsTheyDid)
         loadPrevious(old);
         // The slots are sorted by source. The MIDI sources that none uses have gone.
         EXPECT_EQ(connections(), (Names{"XLFO 1 > Slot 2 Level", connection}));
+        EXPECT_EQ(value(48), 1.0f);
+        EXPECT_EQ(value(487), 0.0f);
+        EXPECT_EQ(value(549), 1.0f);
         EXPECT_NEAR(level(1), expected, 1e-5) << connection;
         EXPECT_NEAR(level(0), 0.05 * expected / 0.16, 1e-5) << connection;
         EXPECT_EQ(plugin.midiSources[0].input.value(),
