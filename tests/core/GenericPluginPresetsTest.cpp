@@ -208,6 +208,9 @@ TEST_F(GenericPluginPresetsTest, KeepsWhatPresetsDoNotHoldForTheNextInstance)
     plugin.set({0.1f, 0.6f, 0.7f, 0.4f});
     EXPECT_TRUE(plugin.saveInterfaceDefaults(plugin.otherView).succeeded());
     EXPECT_EQ(defaultsFile(), presetBytes("Test", 5, {0.2f, 0.7f}));
+    plugin.set({0.1f, 0.2f, 0.9f, 0.4f});
+    EXPECT_TRUE(plugin.saveInterfaceDefaults(plugin.view).succeeded());  // that one alone
+    EXPECT_EQ(defaultsFile(), presetBytes("Test", 5, {0.2f, 0.7f}));
 
     TestPlugin next;
     EXPECT_TRUE(next.loadDefaultPreset(nullptr).succeeded());
