@@ -199,10 +199,9 @@ public:
     /// "Default component preset not found." if the user has made none.
     ErrorResult loadDefaultComponentPreset(int group, int sectionNumber);
     /// Creates no folders.
-    ErrorResult saveComponentPreset(const PresetInfo& preset, int version, int group,
-                                    int sectionNumber) const;
+    ErrorResult saveComponentPreset(const PresetInfo& preset, int version, int group, int sectionNumber);
     /// Makes the section's settings the default of its kind.
-    ErrorResult saveDefaultComponentPreset(int group, int sectionNumber) const;
+    ErrorResult saveDefaultComponentPreset(int group, int sectionNumber);
 
     // SnapshotOwner. Undo and compare leave the parameters alone that no preset holds. Thread: main.
 
@@ -296,6 +295,8 @@ protected:
     virtual std::string findPresetPath(std::string_view) const { return {}; }
     /// A file has been written.
     virtual void presetWasSaved(const PresetInfo&) {}
+    /// A file of a section has been written, or that has failed.
+    virtual void componentPresetWasSaved(int) {}
     /// The first preset called so among the presets of a section.
     virtual std::optional<PresetInfo> findComponentPreset(int group, std::string_view name) const;
 
