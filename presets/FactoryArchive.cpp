@@ -50,7 +50,8 @@ public:
         if (nameLength == 0)
             return false;
         const std::size_t size = numberAt(rest, FactoryArchive::sizeOffset);
-        isWhole = nameLength <= FactoryArchive::longestName && size <= rest.size() - FactoryArchive::entrySize;
+        isWhole =
+            nameLength <= FactoryArchive::longestName && size <= rest.size() - FactoryArchive::entrySize;
         if (!isWhole)
             return false;
         entry.name = textOf(rest.subspan(1, nameLength));

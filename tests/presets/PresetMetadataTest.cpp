@@ -19,7 +19,10 @@ std::string number(std::int32_t value)
     return bytes;
 }
 
-std::string text(const std::string& bytes) { return number(static_cast<std::int32_t>(bytes.size())).append(bytes); }
+std::string text(const std::string& bytes)
+{
+    return number(static_cast<std::int32_t>(bytes.size())).append(bytes);
+}
 
 /// A preset of `count` values 1.0, which are 00 00 80 3F.
 std::string binaryPreset(int count)
@@ -56,9 +59,13 @@ struct File {
 TEST(PresetMetadata, SplitsTagsAtEachComma)
 {
     using Tags = std::vector<std::string>;
-    for (const auto& [joinedTags, tags] :
-         {std::pair("", Tags{}), {"a", Tags{"a"}}, {"a,", Tags{"a", ""}}, {",", Tags{"", ""}},
-          {" a , b", Tags{" a ", " b"}}, {"a,b,c", Tags{"a", "b", "c"}}, {",a", Tags{"", "a"}}}) {
+    for (const auto& [joinedTags, tags] : {std::pair("", Tags{}),
+                                           {"a", Tags{"a"}},
+                                           {"a,", Tags{"a", ""}},
+                                           {",", Tags{"", ""}},
+                                           {" a , b", Tags{" a ", " b"}},
+                                           {"a,b,c", Tags{"a", "b", "c"}},
+                                           {",a", Tags{"", "a"}}}) {
         EXPECT_EQ(splitTags(joinedTags), tags) << joinedTags;
         EXPECT_EQ(joinTags(tags), joinedTags);
     }
@@ -66,10 +73,11 @@ TEST(PresetMetadata, SplitsTagsAtEachComma)
 
 TEST(PresetMetadata, IsReadFromBothForms)
 {
-    const std::string header = "[Preset]\nSignature=MStd\nVersion=5\nAuthor=Ada\nDescription=\"Two\\nlines\"\n"
-                               "Tags=Dub,Long Echo,\n\n[Parameters]\nWet Pan=0\n\n[Settings]\nAuthor=Nobody\n";
-    for (const std::string& content :
-         {binaryPreset(705) + threeCustomValues, binaryPreset(0) + threeCustomValues, header, "; by hand\n" + header}) {
+    const std::string header =
+        "[Preset]\nSignature=MStd\nVersion=5\nAuthor=Ada\nDescription=\"Two\\nlines\"\n"
+        "Tags=Dub,Long Echo,\n\n[Parameters]\nWet Pan=0\n\n[Settings]\nAuthor=Nobody\n";
+    for (const std::string& content : {binaryPreset(705) + threeCustomValues,
+                                       binaryPreset(0) + threeCustomValues, header, "; by hand\n" + header}) {
         File file(content);
         file.entry.tags = {"old"};
         EXPECT_TRUE(readPresetMetadata(file.entry.path, file.entry));
@@ -86,8 +94,9 @@ TEST(PresetMetadata, IsEmptyWhereAPresetHasNone)
         bool isPreset;
     };
     for (const auto& [content, isPreset] :
-         {Row{binaryPreset(705), true}, Row{binaryPreset(705).substr(0, 400), true}, Row{binaryPreset(2) + "CuSW", true},
-          Row{"MStd" + number(5) + number(-1), false}, Row{"MStd" + number(5), false}, Row{"MStd", false}, Row{"", false},
+         {Row{binaryPreset(705), true}, Row{binaryPreset(705).substr(0, 400), true},
+          Row{binaryPreset(2) + "CuSW", true}, Row{"MStd" + number(5) + number(-1), false},
+          Row{"MStd" + number(5), false}, Row{"MStd", false}, Row{"", false},
           Row{"[Other]\nAuthor=Ada\n", false}, Row{"no preset at all", false}, Row{"[Preset]\n", true}}) {
         File file(content);
         file.entry.author = "old";
@@ -138,9 +147,9 @@ TEST(PresetMetadata, IsWrittenIntoABinaryFile)
     File other(binaryPreset(2) + threeCustomValues);
     other.entry.author = "Bo";
     EXPECT_EQ(other.message(), "");
-    EXPECT_EQ(other.content(), binaryPreset(2) + "CuSV" + number(1) + number(4) + text("AUTHOR") + text("Bo") +
-                                   text("DESCRIPTION") + text("") + text("OTHER") + text(std::string("\0x", 2)) +
-                                   text("TAGS") + text(""));
+    EXPECT_EQ(other.content(), binaryPreset(2) + "CuSV" + number(1) + number(4) + text("AUTHOR") +
+                                   text("Bo") + text("DESCRIPTION") + text("") + text("OTHER") +
+                                   text(std::string("\0x", 2)) + text("TAGS") + text(""));
 }
 
 TEST(PresetMetadata, IsWrittenIntoATextLineByLine)
@@ -151,8 +160,10 @@ TEST(PresetMetadata, IsWrittenIntoATextLineByLine)
     };
     for (const auto& [before, after] : {
              Row{"[Preset]\nSignature=MStd\nVersion=5\n\n[Parameters]\nTags=0\nA = 1 \n",
-                 "[Preset]\nSignature=MStd\nVersion=5\nAuthor=Bo\nTags=\" x,y\"\n\n[Parameters]\nTags=0\nA = 1 \n"},
-             Row{"; mine\n\n[Preset]\n Tags = old\nName=Old\nVersion=5\nDescription=gone\n; kept\nAuthor=A\nAuthor=B\n",
+                 "[Preset]\nSignature=MStd\nVersion=5\nAuthor=Bo\nTags=\" x,y\"\n\n[Parameters]\nTags=0\nA = "
+                 "1 \n"},
+             Row{"; mine\n\n[Preset]\n Tags = old\nName=Old\nVersion=5\nDescription=gone\n; "
+                 "kept\nAuthor=A\nAuthor=B\n",
                  "; mine\n\n[Preset]\nTags=\" x,y\"\nName=A\nVersion=5\n; kept\nAuthor=Bo\n"},
              Row{"[Preset]\r\nVersion=5\r\n\r\n[Parameters]\r\n",
                  "[Preset]\r\nVersion=5\r\nAuthor=Bo\r\nTags=\" x,y\"\r\n\r\n[Parameters]\r\n"},
@@ -174,7 +185,8 @@ TEST(PresetMetadata, LeavesWhatItCantRewriteAndSaysWhy)
     File largest(most);
     EXPECT_EQ(largest.message(), "");
     for (const auto& [content, message] :
-         {std::pair(binaryPreset(10001), "Invalid file format."), {binaryPreset(2) + "junk", "Invalid file format."},
+         {std::pair(binaryPreset(10001), "Invalid file format."),
+          {binaryPreset(2) + "junk", "Invalid file format."},
           {binaryPreset(2) + threeCustomValues + "x", "Invalid file format."},
           {binaryPreset(2) + "CuSV" + number(2) + number(0), "Invalid file format."},
           {std::string("[Other]\nA=1\n"), "Invalid file format."},
