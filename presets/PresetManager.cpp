@@ -105,4 +105,14 @@ PresetInfo* PresetManager::neighbour(std::string_view presetPath, Direction dire
     return list[target];
 }
 
-void PresetManager::tellCache() {}
+void PresetManager::tellCache()
+{
+    if (!cache)
+        return;
+    std::vector<PresetInfo*> list;
+    listPresets(list);
+    std::vector<std::string> roots{path()};
+    for (const auto& extra : extras)
+        roots.push_back(extra->path());
+    cache->update(list, roots);
+}
