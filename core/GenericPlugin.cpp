@@ -37,6 +37,7 @@ void GenericPlugin::joinProcess()
         loadDefaultControllerMap();
     shared->controllerMapping.mapChanged.addHandler(
         NotifyEvent::handler(*this, &GenericPlugin::controllerMapWasChanged));
+    collectParameters();
 }
 
 // The controller map.
@@ -125,6 +126,7 @@ void GenericPlugin::requestSoftReset()
 void GenericPlugin::parameterValueChanged(int index, float value, int changeFlags) noexcept
 {
     parameter(index).deliverValue(value);
+    markModified();
     const bool echo = (changeFlags & noEcho) == 0;
     if (batchDepth.load() != 0) {
         // What must reach the host stays so, whatever follows in the same batch.

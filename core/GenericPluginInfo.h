@@ -22,14 +22,16 @@ struct GenericPluginInfo {
         HasSideChain = 0x0008,
         WantsTrackInfo = 0x0020,
         FeedsInterfaceMidi = 0x0040,
+        WritesTextPresets = 0x0200,
         IdIsProviderId = 0x1000,  // the plug-in goes by the id of its preset-discovery provider
     };
 
     std::int32_t category = Other;
     std::uint32_t flags = 0;
-    std::string code;           // four characters
-    std::string name;           // without a version
-    std::string versionedName;  // as hosts show it, and folders
+    std::int32_t customValuesSetting = 0;  // above 0: binary presets carry the custom values
+    std::string code;                      // four characters
+    std::string name;                      // without a version
+    std::string versionedName;             // as hosts show it, and folders
 
     bool isEffect() const noexcept { return category != Instrument; }
     bool hasFlag(Flags flag) const noexcept { return (flags & flag) != 0; }

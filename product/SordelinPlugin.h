@@ -12,6 +12,8 @@ class SordelinPlugin : public GenericPlugin, public ModulationMatrixOwner, publi
 public:
     SordelinPlugin();
 
+    int presetFormatVersion() const override { return 5; }
+
     void readDisplayData(BinaryDataReader& reader) override;
     /// How far a target's slots have moved it, in units of its scale. Thread: main.
     float shownDistance(int target) const { return displayValues[static_cast<std::size_t>(target)]; }
@@ -21,6 +23,15 @@ public:
         return displayValues[static_cast<std::size_t>(SordelinTargets::count + source)];
     }
 
+protected:
+    std::unique_ptr<CustomPresetLoader> createPresetLoader() override;
+    /// Reads presets of every version. "Delay Freeze" stays as it is, so that no preset stops a frozen delay,
+    /// and so does "Dry Enabled", which belongs to the place in the song rather than to the sound; the
+    /// default preset alone may set it.
+    void loadPresetFile(ErrorResult& result, const PresetInfo& preset) override;
+
 private:
+    void makeComponentPresets();
+
     std::array<float, SordelinTargets::count + SordelinSources::count> displayValues{};  // targets first
 };
