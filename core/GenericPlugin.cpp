@@ -143,6 +143,14 @@ void GenericPlugin::parameterValueChanged(int index, float value, int changeFlag
     tellListener(Listener::ParameterChanged, index);
 }
 
+void GenericPlugin::setTrackContext(const TrackContext& context)
+{
+    if (!hasFlag(WantsTrackInfo) || context == track)
+        return;
+    track = context;
+    tellListener(Listener::TrackContextChanged, 0);
+}
+
 // What an editor shows.
 
 void GenericPlugin::pullDisplayData(bool withModulation)

@@ -4,6 +4,7 @@
 #include "core/GenericPluginBase.h"
 #include "core/PresetState.h"
 #include "core/SharedPluginData.h"
+#include "core/TrackContext.h"
 #include "foundation/ErrorResult.h"
 #include "presets/IPresetPlugin.h"
 #include "presets/PresetInfo.h"
@@ -61,6 +62,7 @@ public:
             ControllerMapChanged = -1029,
             LayoutChanged = -1030,
             CustomValuesChanged = -1032,
+            TrackContextChanged = -1033,
         };
         virtual ~Listener() = default;
         virtual void message(int messageCode, int argument) noexcept = 0;
@@ -72,6 +74,10 @@ public:
     /// Waits for calls to the listener before. Thread: main.
     void setListener(Listener* newListener);
     void tellListener(int messageCode, int argument) noexcept;
+
+    /// Where the host says that the instance stands. Only a product that asks for it takes it.
+    void setTrackContext(const TrackContext& context);
+    const TrackContext& trackContext() const { return track; }
 
     float sampleRate() const { return rate; }  // Hz; 44100 until the host activates
     void setSampleRate(float newRate) { rate = newRate; }
@@ -215,6 +221,7 @@ private:
     CustomValues valuesByKey;
     bool loadingDefaultPreset = false;
     float rate = 44100.0f;
+    TrackContext track;
     float displayTempo = 120.0f;
     std::array<std::uint64_t, 4> playTimestamps{};
 };

@@ -45,11 +45,11 @@ void GenericPluginProcessor::setLatency(int samples)
 
 // Transport.
 
-void GenericPluginProcessor::updateTransport(float newTempo, float position, bool playing) noexcept
+void GenericPluginProcessor::updateTransport(float newTempo, double position, bool playing) noexcept
 {
     if (isNear(newTempo, 0.0f))
         newTempo = 120.0f;
-    if (playing || !isNear(position, lastBeatPosition)) {
+    if (playing || std::fabs(position - lastBeatPosition) > signalEpsilon) {
         beatPosition = position;
     } else {
         // A stopped host doesn't stop the beat: the clock runs on by what was rendered since.
@@ -60,7 +60,7 @@ void GenericPluginProcessor::updateTransport(float newTempo, float position, boo
     }
     markPlayed(playing);
     tempo = newTempo;
-    shownTempo = newTempo;
+    shownTempo.store(newTempo, std::memory_order_relaxed);
     lastBeatPosition = position;
     transportUpdated = true;
     samplesSinceTransport = 0;
@@ -71,15 +71,15 @@ void GenericPluginProcessor::markPlayed(bool playing) noexcept
     const std::uint64_t number = ProcessWideData::nextBlockNumber();
     if (!playing) {
         for (auto& timestamp : playTimestamps)
-            timestamp = neverPlayed;
+            timestamp.store(neverPlayed, std::memory_order_relaxed);
         return;
     }
     const auto place = std::find(playTimestamps.begin(), playTimestamps.end(), neverPlayed);
     if (place != playTimestamps.end())
-        *place = number << 32 | 0xFFFFFFFEu;
+        place->store(number << 32 | 0xFFFFFFFEu, std::memory_order_relaxed);
 }
 
-void GenericPluginProcessor::transportChanged(float, float) noexcept {}
+void GenericPluginProcessor::transportChanged(float, double) noexcept {}
 
 // What editors are shown.
 
@@ -112,7 +112,7 @@ void GenericPluginProcessor::process(const float* const* inputs, int inputCount,
     lastController = -1;
     applyQueuedChanges();
     if (transportUpdated) {
-        transportChanged(tempo, static_cast<float>(beatPosition));
+        transportChanged(tempo, beatPosition);
         transportUpdated = false;
     }
     outputCount = std::min(outputCount, channelCount());

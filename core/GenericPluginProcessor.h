@@ -46,7 +46,7 @@ public:
     /// Where the host's song stands; once per host block, before `process`. Thread: audio.
     /// @param newTempo  beats per minute; 0 counts as 120
     /// @param position  beats from the start of the song
-    void updateTransport(float newTempo, float position, bool playing) noexcept REALTIME;
+    void updateTransport(float newTempo, double position, bool playing) noexcept REALTIME;
 
     /// Renders `frames` samples. Parameter changes that were queued take effect first; MIDI messages split
     /// the run at their offsets.
@@ -122,7 +122,7 @@ public:
 protected:
     /// The most samples the engine takes at once.
     virtual int blockSize() const noexcept REALTIME { return environment.maxBlockSize(); }
-    virtual void transportChanged(float newTempo, float beats) noexcept REALTIME;
+    virtual void transportChanged(float newTempo, double beats) noexcept REALTIME;
     /// Makes the receiver of decoded MIDI; the default plays all channels. Called once, by `createEngine`.
     virtual std::unique_ptr<AbstractMusicEventReceiver> createMusicEventReceiver();
     /// A value has reached the engine's objects. -1 stands for all parameters.
@@ -164,7 +164,7 @@ private:
     ProcessorAdapter* adapter = nullptr;
     std::unique_ptr<BypassProcessor> bypassProcessor;
     bool parameterBypass = false;
-    float lastBeatPosition = 0.0f;
+    double lastBeatPosition = 0.0;
     bool transportUpdated = false;
     int latencySamples = 0;
     LockFreeQueue<MidiMessage> midiQueue{1024, 65536};

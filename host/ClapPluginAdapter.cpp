@@ -60,6 +60,8 @@ bool ClapPluginAdapter::init()
         static_cast<const clap_host_params_t*>(host.get_extension(&host, CLAP_EXT_PARAMS));
     hostExtensions.latency =
         static_cast<const clap_host_latency_t*>(host.get_extension(&host, CLAP_EXT_LATENCY));
+    hostExtensions.trackInfo =
+        static_cast<const clap_host_track_info_t*>(host.get_extension(&host, CLAP_EXT_TRACK_INFO));
     return true;
 }
 
@@ -88,9 +90,14 @@ const void* ClapPluginAdapter::extension(const char* id)
         Entry{CLAP_EXT_NOTE_PORTS, &notePortsTable},
         Entry{CLAP_EXT_AUDIO_PORTS, &audioPortsTable},
         Entry{CLAP_EXT_AUDIO_PORTS_CONFIG, &audioPortsConfigTable},
+        Entry{CLAP_EXT_AUDIO_PORTS_CONFIG_INFO, &audioPortsConfigInfoTable},
+        Entry{CLAP_EXT_AUDIO_PORTS_CONFIG_INFO_COMPAT, &audioPortsConfigInfoTable},
         Entry{CLAP_EXT_PARAMS, &paramsTable},
         Entry{CLAP_EXT_LATENCY, &latencyTable},
         Entry{CLAP_EXT_TAIL, &tailTable},
+        Entry{CLAP_EXT_TRACK_INFO, &trackInfoTable},
+        Entry{CLAP_EXT_TRACK_INFO_COMPAT, &trackInfoTable},
+        Entry{CLAP_EXT_PROJECT_LOCATION, &projectLocationTable},
     };
     for (const Entry& entry : entries) {
         if (id && std::strcmp(id, entry.id) == 0)
@@ -127,7 +134,7 @@ void ClapPluginAdapter::gatherChannels(const clap_process_t& block, Channels& ch
 {
     const auto perPort = static_cast<std::uint32_t>(plugin->channelCount());
     const auto ports =
-        std::min<std::uint32_t>(block.audio_inputs_count, static_cast<std::uint32_t>(portCount()));
+        std::min<std::uint32_t>(block.audio_inputs_count, static_cast<std::uint32_t>(inputPortCount));
     int connected = 0;
     for (std::uint32_t port = 0; port < ports; ++port) {
         const clap_audio_buffer_t& buffer = block.audio_inputs[port];
@@ -162,14 +169,13 @@ void ClapPluginAdapter::gatherOutputs(const clap_process_t& block, Channels& cha
 void ClapPluginAdapter::passTransport(const clap_event_transport_t* transport) noexcept
 {
     if (!transport) {
-        processor->updateTransport(120.0f, 0.0f, false);
+        processor->updateTransport(120.0f, 0.0, false);
         return;
     }
     const auto has = [transport](std::uint32_t flag) { return (transport->flags & flag) != 0; };
     const float tempo = has(CLAP_TRANSPORT_HAS_TEMPO) ? static_cast<float>(transport->tempo) : 120.0f;
     const double beats = static_cast<double>(transport->song_pos_beats) / CLAP_BEATTIME_FACTOR;
-    processor->updateTransport(tempo,
-                               has(CLAP_TRANSPORT_HAS_BEATS_TIMELINE) ? static_cast<float>(beats) : 0.0f,
+    processor->updateTransport(tempo, has(CLAP_TRANSPORT_HAS_BEATS_TIMELINE) ? beats : 0.0,
                                has(CLAP_TRANSPORT_IS_PLAYING));
 }
 

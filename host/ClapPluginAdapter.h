@@ -30,7 +30,10 @@ private:
     struct HostExtensions {
         const clap_host_params_t* params = nullptr;
         const clap_host_latency_t* latency = nullptr;
+        const clap_host_track_info_t* trackInfo = nullptr;
     };
+    /// Who has told of the track so far.
+    enum class TrackInfo { Unknown, FromProject, FromTrack };
 
     /// The channels of one host block; null is silence, or nobody listening.
     struct Channels {
@@ -64,12 +67,13 @@ private:
 
     // Ports.
     void buildAudioPorts();
-    int portCount() const { return static_cast<int>(audioPorts.size()); }
-    int inputChannelCount() const noexcept REALTIME
-    {
-        return static_cast<int>(audioPorts.size()) * plugin->channelCount();
-    }
-    clap_audio_port_info_t portInfo(clap_id id, const char* name, bool isMain) const;
+    int inputChannelCount() const noexcept REALTIME { return inputPortCount * plugin->channelCount(); }
+    /// The ports as they are in a channel layout. False if there is no such port.
+    bool portInfo(int layout, std::uint32_t index, bool isInput, clap_audio_port_info_t* info) const;
+
+    // The track.
+    void trackInfoChanged();
+    void setProjectLocation(const clap_project_location_element_t* path, std::uint32_t count);
 
     // Parameters.
     void flush(const clap_input_events_t* in, const clap_output_events_t* out) noexcept;
@@ -96,13 +100,19 @@ private:
     static const clap_plugin_params_t paramsTable;
     static const clap_plugin_latency_t latencyTable;
     static const clap_plugin_tail_t tailTable;
+    static const clap_plugin_audio_ports_config_info_t audioPortsConfigInfoTable;
+    static const clap_plugin_track_info_t trackInfoTable;
+    static const clap_plugin_project_location_t projectLocationTable;
 
     clap_plugin_t clapPlugin{};
     const clap_host_t& host;
     HostExtensions hostExtensions;
-    std::vector<clap_audio_port_info_t> audioPorts;  // of the inputs
+    int inputPortCount = 0;
     std::atomic<bool> active{false};
     bool latencyChangePending = false;
     LockFreeQueue<OutEvent> outEvents{1024, 65536};
     int tailSamples = 0;  // -1: endless
+    TrackInfo trackInfo = TrackInfo::Unknown;
+    TrackContext trackContext;
+    TrackContext projectContext;
 };

@@ -25,6 +25,10 @@ struct LayoutRange {
                                                                  : ChannelLayout::stereo + 1) -
                 first)
     {}
+    bool holds(clap_id id) const
+    {
+        return id >= static_cast<clap_id>(first) && id < static_cast<clap_id>(first + count);
+    }
 };
 
 }  // namespace
@@ -32,35 +36,31 @@ struct LayoutRange {
 void ClapPluginAdapter::buildAudioPorts()
 {
     tailSamples = processor->tailLength();
-    audioPorts.clear();
-    if (!plugin->isEffect())
-        return;
-    audioPorts.push_back(portInfo(0, "Main In", true));
-    if (plugin->hasSideChain())
-        audioPorts.push_back(portInfo(1, "Sidechain In", false));
+    inputPortCount = plugin->isEffect() ? (plugin->hasSideChain() ? 2 : 1) : 0;
 }
 
-clap_audio_port_info_t ClapPluginAdapter::portInfo(clap_id id, const char* name, bool isMain) const
+bool ClapPluginAdapter::portInfo(int layout, std::uint32_t index, bool isInput,
+                                 clap_audio_port_info_t* info) const
 {
-    clap_audio_port_info_t info{};
-    info.id = id;
-    copyText(info.name, sizeof info.name, name);
-    info.flags = isMain ? CLAP_AUDIO_PORT_IS_MAIN : 0;
-    info.channel_count = static_cast<uint32_t>(plugin->channelCount());
-    info.port_type = portType(plugin->layoutIndex());
-    info.in_place_pair = CLAP_INVALID_ID;
-    return info;
+    if (!info || index >= static_cast<std::uint32_t>(isInput ? inputPortCount : 1))
+        return false;
+    const bool isMain = index == 0;
+    *info = {};
+    info->id = index;
+    copyText(info->name, sizeof info->name, !isInput ? "Main Out" : isMain ? "Main In" : "Sidechain In");
+    info->flags = isMain ? CLAP_AUDIO_PORT_IS_MAIN : 0;
+    info->channel_count = static_cast<uint32_t>(ChannelLayout::at(layout).channels);
+    info->port_type = portType(layout);
+    info->in_place_pair = CLAP_INVALID_ID;
+    return true;
 }
 
 const clap_plugin_audio_ports_t ClapPluginAdapter::audioPortsTable{
     .count = [](const clap_plugin_t* p,
-                bool isInput) { return isInput ? static_cast<uint32_t>(of(p).portCount()) : 1; },
+                bool isInput) { return isInput ? static_cast<uint32_t>(of(p).inputPortCount) : 1; },
     .get = [](const clap_plugin_t* p, uint32_t index, bool isInput, clap_audio_port_info_t* info) -> bool {
         const ClapPluginAdapter& adapter = of(p);
-        if (!info || index >= (isInput ? adapter.audioPorts.size() : 1))
-            return false;
-        *info = isInput ? adapter.audioPorts[index] : adapter.portInfo(0, "Main Out", true);
-        return true;
+        return adapter.portInfo(adapter.plugin->layoutIndex(), index, isInput, info);
     },
 };
 
@@ -88,12 +88,22 @@ const clap_plugin_audio_ports_config_t ClapPluginAdapter::audioPortsConfigTable{
     },
     .select = [](const clap_plugin_t* p, clap_id id) -> bool {
         ClapPluginAdapter& adapter = of(p);
-        const LayoutRange range(*adapter.plugin);
-        if (id < static_cast<clap_id>(range.first) || id >= static_cast<clap_id>(range.first + range.count))
+        if (!LayoutRange(*adapter.plugin).holds(id))
             return false;
         adapter.selectChannelLayout(static_cast<int>(id));
         adapter.buildAudioPorts();
         return true;
+    },
+};
+
+const clap_plugin_audio_ports_config_info_t ClapPluginAdapter::audioPortsConfigInfoTable{
+    .current_config =
+        [](const clap_plugin_t* p) { return static_cast<clap_id>(of(p).plugin->layoutIndex()); },
+    .get = [](const clap_plugin_t* p, clap_id id, uint32_t index, bool isInput,
+              clap_audio_port_info_t* info) -> bool {
+        const ClapPluginAdapter& adapter = of(p);
+        return LayoutRange(*adapter.plugin).holds(id) &&
+               adapter.portInfo(static_cast<int>(id), index, isInput, info);
     },
 };
 

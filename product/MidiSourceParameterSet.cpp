@@ -20,11 +20,11 @@ MidiSourceParameterSet::MidiSourceParameterSet(GenericParameterOwner& owner, int
 
 void MidiSourceParameterSet::initialise()
 {
-    input.setItems(inputItems, MidiModSourceInput::ModWheel);
+    input.setItems(inputItems, MidiModSource::MidiInput::ModWheel);
     input.helpText = "What is followed: a wheel, the keys, or any controller.";
     controllerNumber.setRange(0, highestController, 0);
     controllerNumber.helpText = "The number of the controller, when Input is Controller.";
-    responseCurve.setItems(curveItems, MidiModSourceCurve::Linear);
+    responseCurve.setItems(curveItems, MidiModSource::ResponseCurve::Linear);
     responseCurve.helpText = "How the source answers to small and large moves.";
 }
 

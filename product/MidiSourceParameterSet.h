@@ -1,6 +1,6 @@
 #pragma once
 
-#include "modulation/MidiModSourceTypes.h"
+#include "modulation/MidiModSource.h"
 #include "modulation/SourceParameterSetList.h"
 #include "parameters/IndexedPluginParameter.h"
 
@@ -11,9 +11,9 @@ public:
     MidiSourceParameterSet(GenericParameterOwner& owner, int source);
     void initialise() override;
 
-    IndexedPluginParameter<MidiModSourceInput> input;
+    IndexedPluginParameter<MidiModSource::MidiInput> input;
     IndexedPluginParameter<int> controllerNumber;
-    IndexedPluginParameter<MidiModSourceCurve> responseCurve;
+    IndexedPluginParameter<MidiModSource::ResponseCurve> responseCurve;
 };
 
 class MidiSourceParameterSetList : public SourceParameterSetList<MidiSourceParameterSet> {

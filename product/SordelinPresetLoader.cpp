@@ -26,7 +26,7 @@ struct WaveSteps {
     float secondValue;
     float firstGlide;
     float secondGlide;
-    XLFOGlideCurve curve;
+    XLFO::GlideCurve curve;
     float balance;
     float phaseOffset;  // cycles
 };
@@ -35,10 +35,10 @@ struct WaveSteps {
 // is a sine that begins at 0, and a straight one a triangle that does. The sawtooth rises over a first step
 // that takes the whole cycle; the engine leaves a ten-thousandth for the way back.
 constexpr WaveSteps waveSteps[] = {
-    {-1.0f, 1.0f, 1.0f, 1.0f, XLFOGlideCurve::Sine, 0.5f, 0.25f},
-    {-1.0f, 1.0f, 1.0f, 1.0f, XLFOGlideCurve::Linear, 0.5f, 0.25f},
-    {-1.0f, 1.0f, 1.0f, 0.0f, XLFOGlideCurve::Linear, 1.0f, 0.0f},
-    {1.0f, -1.0f, 0.0f, 0.0f, XLFOGlideCurve::Linear, 0.5f, 0.0f},
+    {-1.0f, 1.0f, 1.0f, 1.0f, XLFO::GlideCurve::Sine, 0.5f, 0.25f},
+    {-1.0f, 1.0f, 1.0f, 1.0f, XLFO::GlideCurve::Linear, 0.5f, 0.25f},
+    {-1.0f, 1.0f, 1.0f, 0.0f, XLFO::GlideCurve::Linear, 1.0f, 0.0f},
+    {1.0f, -1.0f, 0.0f, 0.0f, XLFO::GlideCurve::Linear, 0.5f, 0.0f},
 };
 
 constexpr int longestSync = 10;  // of the lengths that an old LFO could follow, from 0
@@ -49,11 +49,11 @@ constexpr int firstTargets[] = {0, 1, 5, 6, 2, -1, 3, -1, 10, 11, 12, 13, 14, 15
 constexpr int previousTargets[] = {0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13,
                                    14, 15, 16, 19, 36, 37, 38, 39, 78, 79, 80, 81, 82};
 
-constexpr MidiModSourceInput firstMidiInputs[] = {MidiModSourceInput::PitchBend,
-                                                  MidiModSourceInput::ModWheel};
-constexpr MidiModSourceInput previousMidiInputs[] = {
-    MidiModSourceInput::PitchBend, MidiModSourceInput::ModWheel, MidiModSourceInput::Velocity,
-    MidiModSourceInput::Aftertouch, MidiModSourceInput::KeyboardTrack};
+constexpr MidiModSource::MidiInput firstMidiInputs[] = {MidiModSource::MidiInput::PitchBend,
+                                                  MidiModSource::MidiInput::ModWheel};
+constexpr MidiModSource::MidiInput previousMidiInputs[] = {
+    MidiModSource::MidiInput::PitchBend, MidiModSource::MidiInput::ModWheel, MidiModSource::MidiInput::Velocity,
+    MidiModSource::MidiInput::Aftertouch, MidiModSource::MidiInput::KeyboardTrack};
 
 constexpr int firstSlots = 21;
 constexpr int previousSlots = 24;
@@ -63,7 +63,7 @@ constexpr float oldSnappedDepth = 4.2f;   // likewise, octaves on a filter's fre
 
 /// A change of what a MIDI source does to a target.
 struct Rescale {
-    MidiModSourceInput input;
+    MidiModSource::MidiInput input;
     int target;  // its id, or -1 for all
     float from;
     float to;
@@ -71,23 +71,23 @@ struct Rescale {
 
 // In the order in which they are made.
 constexpr Rescale midiRescales[] = {
-    {MidiModSourceInput::Velocity, -1, 1.0f, 2.0f},
-    {MidiModSourceInput::Velocity, 0, 2.0f, 1.0f},
-    {MidiModSourceInput::Velocity, 6, 2.0f, 1.0f},
-    {MidiModSourceInput::Velocity, 5, 5.0f, 7.0f},
-    {MidiModSourceInput::PitchBend, 16, 1.0f, 2.0f},
-    {MidiModSourceInput::PitchBend, 5, 10.0f, 7.0f},
-    {MidiModSourceInput::PitchBend, 11, 1.0f, 2.0f},
-    {MidiModSourceInput::PitchBend, 12, 1.0f, 2.0f},
-    {MidiModSourceInput::PitchBend, 13, 1.0f, 2.0f},
-    {MidiModSourceInput::KeyboardTrack, 0, 1.51260507f, 1.0f},
-    {MidiModSourceInput::KeyboardTrack, 16, 5.04201698f, 2.0f},
-    {MidiModSourceInput::KeyboardTrack, 6, 60.50419998f, 25.0f},
-    {MidiModSourceInput::KeyboardTrack, 5, 5.0f, 7.0f},
-    {MidiModSourceInput::KeyboardTrack, 11, 3.02520919f, 1.5f},
-    {MidiModSourceInput::KeyboardTrack, 12, 5.04201651f, 2.5f},
-    {MidiModSourceInput::KeyboardTrack, 13, 5.04201651f, 2.5f},
-    {MidiModSourceInput::ModWheel, 5, 10.0f, 7.0f},
+    {MidiModSource::MidiInput::Velocity, -1, 1.0f, 2.0f},
+    {MidiModSource::MidiInput::Velocity, 0, 2.0f, 1.0f},
+    {MidiModSource::MidiInput::Velocity, 6, 2.0f, 1.0f},
+    {MidiModSource::MidiInput::Velocity, 5, 5.0f, 7.0f},
+    {MidiModSource::MidiInput::PitchBend, 16, 1.0f, 2.0f},
+    {MidiModSource::MidiInput::PitchBend, 5, 10.0f, 7.0f},
+    {MidiModSource::MidiInput::PitchBend, 11, 1.0f, 2.0f},
+    {MidiModSource::MidiInput::PitchBend, 12, 1.0f, 2.0f},
+    {MidiModSource::MidiInput::PitchBend, 13, 1.0f, 2.0f},
+    {MidiModSource::MidiInput::KeyboardTrack, 0, 1.51260507f, 1.0f},
+    {MidiModSource::MidiInput::KeyboardTrack, 16, 5.04201698f, 2.0f},
+    {MidiModSource::MidiInput::KeyboardTrack, 6, 60.50419998f, 25.0f},
+    {MidiModSource::MidiInput::KeyboardTrack, 5, 5.0f, 7.0f},
+    {MidiModSource::MidiInput::KeyboardTrack, 11, 3.02520919f, 1.5f},
+    {MidiModSource::MidiInput::KeyboardTrack, 12, 5.04201651f, 2.5f},
+    {MidiModSource::MidiInput::KeyboardTrack, 13, 5.04201651f, 2.5f},
+    {MidiModSource::MidiInput::ModWheel, 5, 10.0f, 7.0f},
 };
 
 void set(AbstractPluginParameter& parameter, float value) { parameter.setValue(value, announceChange); }
@@ -105,7 +105,7 @@ float balanceFactor(int delay, float balance)
 }
 
 /// The first active MIDI source with this input, or -1.
-int findMidiSource(const MidiSourceParameterSetList& sources, MidiModSourceInput input)
+int findMidiSource(const MidiSourceParameterSetList& sources, MidiModSource::MidiInput input)
 {
     for (int i = 0; i < sources.numActive.value(); ++i)
         if (sources[i].input.value() == input)
@@ -377,8 +377,8 @@ void SordelinPresetLoader::setSourceCounts(int presetVersion)
 {
     const bool isFirst = presetVersion == FirstProduct;
     set(sordelin.envelopeGenerators.numActive, isFirst ? 0.0f : 1.0f);
-    const std::span<const MidiModSourceInput> inputs =
-        isFirst ? std::span<const MidiModSourceInput>(firstMidiInputs) : previousMidiInputs;
+    const std::span<const MidiModSource::MidiInput> inputs =
+        isFirst ? std::span<const MidiModSource::MidiInput>(firstMidiInputs) : previousMidiInputs;
     set(sordelin.midiSources.numActive, static_cast<float>(inputs.size()));
     for (std::size_t i = 0; i < inputs.size(); ++i)
         setItem(sordelin.midiSources[static_cast<int>(i)].input, inputs[i]);

@@ -1,5 +1,7 @@
 #include "product/SordelinProcessor.h"
 
+#include "core/DefaultChannelEventReceiver.h"
+#include "core/DefaultEventReceiver.h"
 #include "product/SordelinInfo.h"
 #include "product/SordelinModulationIds.h"
 
@@ -30,6 +32,7 @@ SordelinProcessor::SordelinProcessor()
       modulationDisplay(environment, modulationMatrix,
                         [this](int source) { return modulationSourceValue(source); }),
       xySources(environment, modulationMatrix, xyControllers),
+      xlfoSources(environment, modulationMatrix, xlfos),
       midSideEncoder(environment),
       midSideDecoder(environment),
       filterTargets{{environment, modulationMatrix, SordelinTargets::filterFrequency(0),
@@ -41,6 +44,10 @@ SordelinProcessor::SordelinProcessor()
       wetTarget(environment, modulationMatrix, SordelinTargets::wetLevel, SordelinTargets::wetPan,
                 LevelPanTarget::Mode::Multiply),
       mainPeakMixer(environment, 2, Mixer::Operation::LargestMagnitude),
+      sideChainPeakMixer(environment, 2, Mixer::Operation::LargestMagnitude),
+      envelopeSources(environment, modulationMatrix, envelopeGenerators, envelopeFollowers,
+                      {mainPeakMixer, sideChainPeakMixer}),
+      midiModulation(environment, modulationMatrix, midiSources),
       inputGate(environment, 20.0f, 0.005f),
       sharedFilters{{environment, filterResources.resources.tables, filterResources.resources.styles.at(0)},
                     {environment, filterResources.resources.tables, filterResources.resources.styles.at(0)}},
@@ -95,6 +102,7 @@ void SordelinProcessor::connectChannels()
         own.outputMixer.mixerInput(0).gain.connect(&dryTarget.output(c));
         own.outputMixer.mixerInput(1).gain.connect(&wetTarget.output(c));
         mainPeakMixer.mixerInput(c).source = &own.mainInput;
+        sideChainPeakMixer.mixerInput(c).source = &own.sideChainInput;
         connectFilters(own.loopFilters, c);
         connectFilters(own.outputFilters, c);
     }
@@ -132,9 +140,31 @@ void SordelinProcessor::writeDisplayData(BinaryDataWriter& writer)
     modulationDisplay.collect(writer);
 }
 
+std::unique_ptr<AbstractMusicEventReceiver> SordelinProcessor::createMusicEventReceiver()
+{
+    auto receiver = std::make_unique<DefaultChannelEventReceiver>(*this);
+    receiver->addListener(midiModulation.listener());
+    return std::make_unique<DefaultEventReceiver>(std::move(receiver));
+}
+
+void SordelinProcessor::noteOn(int key, float) noexcept
+{
+    if (key != 0)
+        xlfoSources.noteOn();
+    envelopeSources.noteOn(key);
+}
+
+void SordelinProcessor::noteOff(int key, float) noexcept { envelopeSources.noteOff(key); }
+
 float SordelinProcessor::modulationSourceValue(int source) noexcept
 {
-    return source < SordelinSources::firstXlfo ? xySources.displayValue(source) : 0.0f;
+    if (source < SordelinSources::firstXlfo)
+        return xySources.displayValue(source);
+    if (source < SordelinSources::firstGenerator)
+        return xlfoSources.displayValue(source);
+    if (source < SordelinSources::firstMidi)
+        return envelopeSources.displayValue(source);
+    return midiModulation.displayValue(source);
 }
 
 void SordelinProcessor::propertyChanged(AbstractProperty&)
@@ -144,10 +174,18 @@ void SordelinProcessor::propertyChanged(AbstractProperty&)
     channel(1).delayLine.delayTime.connect(&channel(linked ? 0 : 1).delayTimeController);
 }
 
-void SordelinProcessor::transportChanged(float newTempo, float) noexcept
+void SordelinProcessor::transportChanged(float newTempo, double beats) noexcept
 {
+    xlfoSources.transportChanged(newTempo, beats);
     for (SordelinChannel* synchronised : sordelinChannels)
         synchronised->delayTimeController.tempoChanged(newTempo);
+}
+
+void SordelinProcessor::parameterApplied(int index) noexcept
+{
+    GenericPluginProcessor::parameterApplied(index);
+    xlfoSources.parameterApplied(index);
+    envelopeSources.parameterApplied(index);
 }
 
 void SordelinProcessor::sampleRateChanged()

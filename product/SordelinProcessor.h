@@ -8,9 +8,12 @@
 #include "modulation/ModulationDisplay.h"
 #include "modulation/ModulationMatrix.h"
 #include "product/DelayPanController.h"
+#include "product/EnvelopeSources.h"
 #include "product/FilterResources.h"
+#include "product/MidiSources.h"
 #include "product/SordelinChannel.h"
 #include "product/SordelinParameters.h"
+#include "product/XLFOSources.h"
 #include "product/XYSources.h"
 
 #include <array>
@@ -44,6 +47,10 @@ public:
     void process(const float* const* inputs, int inputCount, float* const* outputs, int outputCount,
                  int frames, unsigned& status) noexcept REALTIME override;
 
+    /// Notes start XLFOs and envelopes. Key 0 isn't played: it stands for all keys, which are let go.
+    void noteOn(int key, float velocity) noexcept REALTIME override;
+    void noteOff(int key, float velocity) noexcept REALTIME override;
+
     /// Also where targets and sources stand.
     void writeDisplayData(BinaryDataWriter& writer) override;
     void requestModulationDisplay() override { modulationDisplay.request(); }
@@ -55,7 +62,9 @@ public:
 
 protected:
     int blockSize() const noexcept REALTIME override { return engineBlock; }
-    void transportChanged(float newTempo, float beats) noexcept REALTIME override;
+    void transportChanged(float newTempo, double beats) noexcept REALTIME override;
+    void parameterApplied(int index) noexcept REALTIME override;
+    std::unique_ptr<AbstractMusicEventReceiver> createMusicEventReceiver() override;
     void sampleRateChanged() override;
 
 private:
@@ -71,6 +80,7 @@ private:
     ModulationMatrix modulationMatrix;
     ModulationDisplay modulationDisplay;
     XYSources xySources;
+    XLFOSources xlfoSources;
     MidSideConverter midSideEncoder;
     MidSideConverter midSideDecoder;
     LevelPanTarget filterTargets[2];  // cut-offs, spread over the channels by the filter's pan
@@ -78,6 +88,9 @@ private:
     LevelPanTarget wetTarget;
     std::array<std::unique_ptr<DelayPanController>, 2> delayPanControllers;
     Mixer mainPeakMixer;       // the larger of the two inputs
+    Mixer sideChainPeakMixer;  // the same of the side chain
+    EnvelopeSources envelopeSources;
+    MidiSources midiModulation;
     FilterAnalyzer inputGate;  // whether something comes in
     FilterResourcesHold filterResources;
     DesignFilter sharedFilters[2];  // one for each filter number; its lanes are two channels, in the loop and

@@ -29,7 +29,7 @@ void XLFOParameterSet::StepParameterSet::initialise()
     value.helpText = "The level of this step.";
     glide.setRange(0.0f, 1.0f, 0.0f);
     glide.helpText = "The part of the step that is spent gliding to the next one.";
-    glideCurve.setItems(glideCurveItems, XLFOGlideCurve::Linear);
+    glideCurve.setItems(glideCurveItems, XLFO::GlideCurve::Linear);
     glideCurve.helpText = "The shape of this step's glide.";
     random.setItems(randomItems, false);
     random.helpText = "Gives the step a new level by chance each time round.";
@@ -76,7 +76,7 @@ void XLFOParameterSet::initialise()
     glide.setRange(-1.0f, 1.0f, 0.0f);
     glide.helpText = "Makes all steps glide more, or less, than their own setting.";
 
-    syncMode.setItems(syncItems, XLFOSyncMode::Free);
+    syncMode.setItems(syncItems, XLFOFreqController::SyncMode::Free);
     syncMode.helpText = "Locks the cycle to a number of whole notes of the song, or leaves it to Frequency.";
     midiTrigger.setItems(offOnItems, false);
     midiTrigger.helpText = "Starts the cycle over with every note.";

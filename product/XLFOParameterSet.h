@@ -2,7 +2,8 @@
 
 #include "modulation/ModulationTargetParameter.h"
 #include "modulation/SourceParameterSetList.h"
-#include "modulation/XLFOTypes.h"
+#include "modulation/XLFO.h"
+#include "modulation/XLFOFreqController.h"
 #include "parameters/IndexedPluginParameter.h"
 #include "parameters/ParameterSetList.h"
 
@@ -18,7 +19,7 @@ public:
 
         FloatPluginParameter value;
         FloatPluginParameter glide;
-        IndexedPluginParameter<XLFOGlideCurve> glideCurve;
+        IndexedPluginParameter<XLFO::GlideCurve> glideCurve;
         IndexedPluginParameter<bool> random;
     };
 
@@ -36,7 +37,7 @@ public:
     FloatPluginParameter balance;           // where the second half of the steps begins
     ModulationTargetParameter phaseOffset;  // cycles
     ModulationTargetParameter glide;        // added to each step's own
-    IndexedPluginParameter<XLFOSyncMode> syncMode;
+    IndexedPluginParameter<XLFOFreqController::SyncMode> syncMode;
     IndexedPluginParameter<bool> midiTrigger;
     IndexedPluginParameter<bool> snap;
     StepParameterSetList steps;

@@ -39,6 +39,11 @@ public:
     void connect(wave::Producer* producer) noexcept REALTIME { current = producer ? producer : &source; }
     wave::Block& pull(int count) noexcept REALTIME { return current->pull(count); }
     FloatParameter& parameter() noexcept REALTIME { return source.parameter; }
+    /// Where the input stands, also while nobody reads it.
+    float presentValue() noexcept REALTIME
+    {
+        return current == &source ? source.parameter.target() : current->currentValue();
+    }
 
 private:
     FloatParameterSource source;

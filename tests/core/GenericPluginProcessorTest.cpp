@@ -102,23 +102,25 @@ TEST(GenericPluginProcessor, LosesNoValueWhenItsQueueOverflows)
 TEST(GenericPluginProcessor, KeepsTheBeatRunningInAStoppedSong)
 {
     struct Clocked : TestProcessor {
-        void transportChanged(float, float beats) noexcept override { seen = beats; }
-        float seen = -1.0f;
+        void transportChanged(float, double beats) noexcept override { seen = beats; }
+        double seen = -1.0;
     } processor;
-    const auto advance = [&](float tempo, float position, bool playing) {
+    const auto advance = [&](float tempo, double position, bool playing) {
         processor.updateTransport(tempo, position, playing);
         processor.play(std::vector<float>(441, 0.0f));
         return processor.seen;
     };
-    EXPECT_FLOAT_EQ(advance(120.0f, 17.0f, true), 17.0f);
-    EXPECT_FLOAT_EQ(advance(120.0f, 17.02f, true), 17.02f);
+    EXPECT_EQ(advance(120.0f, 17.0, true), 17.0);
+    EXPECT_EQ(advance(120.0f, 17.02, true), 17.02);
+    EXPECT_EQ(advance(120.0f, 7200.0001, true), 7200.0001);  // an hour in, finer than a float
+    EXPECT_EQ(advance(120.0f, 17.02, true), 17.02);
     // 441 samples at 44.1 kHz and 120 beats per minute are 0.02 beats.
-    EXPECT_NEAR(advance(120.0f, 17.02f, false), 17.04f, 1e-5);
-    EXPECT_NEAR(advance(120.0f, 17.02f, false), 17.06f, 1e-5);
-    EXPECT_FLOAT_EQ(advance(0.0f, 255.99f, false), 255.99f);  // the song was moved
-    EXPECT_NEAR(advance(0.0f, 255.99f, false), 0.01f, 1e-4);  // no tempo is 120; 256 beats is 0
+    EXPECT_NEAR(advance(120.0f, 17.02, false), 17.04f, 1e-5);
+    EXPECT_NEAR(advance(120.0f, 17.02, false), 17.06f, 1e-5);
+    EXPECT_EQ(advance(0.0f, 255.99, false), 255.99);         // the song was moved
+    EXPECT_NEAR(advance(0.0f, 255.99, false), 0.01f, 1e-4);  // no tempo is 120; 256 beats is 0
     processor.reset();
-    EXPECT_NEAR(advance(120.0f, 255.99f, false), 0.0f, 1e-6);
+    EXPECT_NEAR(advance(120.0f, 255.99, false), 0.0f, 1e-6);
 }
 
 TEST(GenericPluginProcessor, TellsWhichControllerAndWhichProgramCame)

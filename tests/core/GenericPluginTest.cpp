@@ -4,8 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -97,6 +99,8 @@ TEST(ControllerMap, IsSharedByAllInstancesAndOutlivesThem)
         plugin.setAdapter(&recorder);
         plugin.setListener(&recorder);
         auto second = std::make_unique<TestPlugin>();
+        Recorder secondRecorder;
+        second->setAdapter(&secondRecorder);
         EXPECT_EQ(&second->controllerMapping(), &plugin.controllerMapping());
         second->controllerMapping().assign(7, 1);
         EXPECT_EQ(recorder.mapChanges, 1);
@@ -104,6 +108,7 @@ TEST(ControllerMap, IsSharedByAllInstancesAndOutlivesThem)
         EXPECT_TRUE(second->saveControllerMap().succeeded());
         second.reset();
         plugin.controllerMapping().assign(8, 0);  // never saved
+        EXPECT_EQ(secondRecorder.mapChanges, 1);  // before it went
         EXPECT_EQ(recorder.mapChanges, 2);
         EXPECT_TRUE(plugin.loadControllerMap());
         EXPECT_EQ(plugin.controllerMapping().targetOf(8), -1);
@@ -142,4 +147,23 @@ TEST(ControllerMap, SaysWhyItCannotBeKept)
         << result.message();
     EXPECT_EQ(plugin.controllerMapping().targetOf(7), 1);
     EXPECT_FALSE(plugin.loadControllerMap());
+}
+
+TEST(ControllerMap, IsThereForInstancesThatComeAndGoOnManyThreads)
+{
+    const TemporaryHome home;
+    writeControllerMap(home.productData(), controllerMapBytes({{7, 1}}));
+    std::atomic<int> wrong{0};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&wrong] {
+            for (int round = 0; round < 100; ++round) {
+                TestPlugin plugin;
+                wrong += plugin.controllerMapping().targetOf(7) != 1;
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(wrong, 0);
 }

@@ -72,13 +72,17 @@ TEST(AtomicFile, TouchesNothingBeforeItIsCommitted)
 TEST(AtomicFile, KeepsPermissionsAndGivesTheUsualOnesToANewFile)
 {
     const TemporaryFolder folder;
+    folder.write("shared", "old");
     folder.write("private", "old");
-    chmod((folder / "private").c_str(), 0640);
+    chmod((folder / "shared").c_str(), 0664);
+    chmod((folder / "private").c_str(), 0600);
     const mode_t mask = umask(0027);
+    replace(folder / "shared", "new");
     replace(folder / "private", "new");
     replace(folder / "fresh", "new");
     umask(mask);
-    EXPECT_EQ(modeOf(folder / "private"), 0640u);
+    EXPECT_EQ(modeOf(folder / "shared"), 0664u);
+    EXPECT_EQ(modeOf(folder / "private"), 0600u);
     EXPECT_EQ(modeOf(folder / "fresh"), 0640u);  // 0666 without 0027
 }
 

@@ -102,8 +102,11 @@ TEST(Module, GivesItsExtensionsByExactIds)
     const ClapModule module(SORDELIN_MODULE);
     ClapInstance instance(module);
     for (const char* id : {"clap.note-ports", "clap.audio-ports", "clap.audio-ports-config", "clap.params",
-                           "clap.latency", "clap.tail"})
+                           "clap.latency", "clap.tail", "clap.audio-ports-config-info/1",
+                           "clap.audio-ports-config-info/draft-0", "clap.project-location/2"})
         EXPECT_NE(instance.extension<void>(id), nullptr) << id;
+    EXPECT_EQ(instance.extension<void>("clap.track-info/1"),
+              instance.extension<void>("clap.track-info.draft/1"));
     for (const char* id : {"clap.params/1", "clap.gain-adjustment-metering/0", ""})
         EXPECT_EQ(instance.extension<void>(id), nullptr) << id;
     EXPECT_EQ(instance.latency(), 0u);
@@ -156,4 +159,15 @@ TEST(Module, HasAStereoInputASideChainAndANotePort)
     EXPECT_TRUE(configs->select(&instance.plugin(), 1));
     EXPECT_FALSE(configs->select(&instance.plugin(), 0));
     EXPECT_FALSE(configs->select(&instance.plugin(), 2));
+
+    const auto* info =
+        instance.extension<clap_plugin_audio_ports_config_info_t>(CLAP_EXT_AUDIO_PORTS_CONFIG_INFO);
+    EXPECT_EQ(info->current_config(&instance.plugin()), 1u);
+    clap_audio_port_info_t port{};
+    ASSERT_TRUE(info->get(&instance.plugin(), 1, 1, true, &port));
+    EXPECT_STREQ(port.name, "Sidechain In");
+    EXPECT_EQ(port.channel_count, 2u);
+    EXPECT_FALSE(info->get(&instance.plugin(), 1, 2, true, &port));
+    EXPECT_FALSE(info->get(&instance.plugin(), 1, 1, false, &port));
+    EXPECT_FALSE(info->get(&instance.plugin(), 0, 0, true, &port));
 }

@@ -2,7 +2,7 @@
 
 #include "render/AudioFile.h"
 #include "render/RenderError.h"
-#include "support/TemporaryFolder.h"
+#include "support/ControllerMapFile.h"
 
 #include <gtest/gtest.h>
 
@@ -106,6 +106,29 @@ TEST_F(RenderJob, AutomationActsAtItsSampleWhateverTheBlocks)
         for (std::size_t i = 0; i < expected.frames(); ++i)
             ASSERT_NEAR(output.left[i], expected.left[i], 1e-6f) << blockFrames << " at " << i;
     }
+}
+
+TEST_F(RenderJob, PlaysAMidiFileAtItsSamples)
+{
+    // Controller 20 takes the dry signal away.
+    const TemporaryHome home;
+    writeControllerMap(home.productData(), controllerMapBytes({{20, 34}}));  // "Dry Level"
+    write("ones.wav", {sampleRate, std::vector<float>(4800, 0.5f), std::vector<float>(4800, 0.5f)});
+    // 480 ticks a beat of 0.5 s: 48 ticks are 2400 frames.
+    folder.write("moves.mid", std::string("MThd\0\0\0\x06\0\0\0\x01\x01\xe0MTrk\0\0\0\x08"
+                                          "\x30\xb0\x14\0\0\xff\x2f\0",
+                                          30));
+    options.input = folder / "ones.wav";
+    options.midi = folder / "moves.mid";
+    options.tailSeconds = 0.0;
+    const StereoSignal output = render();
+    EXPECT_EQ(output.left[2400], 0.5f);
+    EXPECT_LT(output.left[2401], 0.5f);
+    EXPECT_LT(output.left[4799], 0.01f);
+
+    folder.write("moves.mid", "MThd");
+    options.overwrite = true;
+    EXPECT_EQ(messageOfFailure(), (folder / "moves.mid").string() + ", byte 4: the file ends too soon");
 }
 
 TEST_F(RenderJob, FailsInOneLineAndLeavesNothingBehind)

@@ -66,6 +66,9 @@ TEST(RenderOptions, SaysInOneLineWhatIsWrong)
              Row{{"a", "b", "--block", "16385"}, "--block takes a number from 1 to 16384, not \"16385\""},
              Row{{"a", "b", "--block", "1.5"}, "--block takes a whole number, not \"1.5\""},
              Row{{"a", "b", "--tail", "-1"}, "--tail takes a number from 0 to 3600, not \"-1\""},
+             Row{{"a", "b", "--song-position", "4"}, "--song-position needs a song: give its --tempo too"},
+             Row{{"a", "b", "--tempo", "90", "--song-position", "-1"},
+                 "--song-position takes a number from 0 to 100000, not \"-1\""},
              Row{{"a", "b", "--plot", "./b"}, "output and plot are both \"b\""},
          })
         EXPECT_EQ(messageFor(arguments), message);
@@ -85,5 +88,6 @@ TEST(RenderOptions, NeverWritesOverWhatItReads)
     const std::string message = "the rendering would replace \"" + input + "\", which it reads";
     EXPECT_EQ(messageFor({input.c_str(), sameFile.c_str(), "-y"}), message);
     EXPECT_EQ(messageFor({input.c_str(), "out.wav", "--plot", sameFile.c_str(), "-y"}), message);
-    EXPECT_EQ(messageFor({"other.wav", sameFile.c_str(), "--sidechain", input.c_str(), "-y"}), message);
+    for (const char* read : {"--sidechain", "--automate", "--midi"})
+        EXPECT_EQ(messageFor({"other.wav", sameFile.c_str(), read, input.c_str(), "-y"}), message);
 }

@@ -26,3 +26,14 @@ TEST(TransportClock, CountsBeatsAndBarsFromTheStart)
         EXPECT_TRUE(transport.flags & CLAP_TRANSPORT_IS_PLAYING);
     }
 }
+
+TEST(TransportClock, BeginsWhereItIsTold)
+{
+    // 6.5 beats at 90 last 6.5 x 2/3 s.
+    const clap_event_transport_t transport = TransportClock(90.0, 48000.0, 6.5).at(16000);
+    const double one = static_cast<double>(CLAP_BEATTIME_FACTOR);
+    EXPECT_NEAR(static_cast<double>(transport.song_pos_beats) / one, 7.0, 1e-9);
+    EXPECT_NEAR(static_cast<double>(transport.song_pos_seconds) / one, 7.0 * 2.0 / 3.0, 1e-9);
+    EXPECT_EQ(transport.bar_number, 1);
+    EXPECT_EQ(transport.bar_start, CLAP_BEATTIME_FACTOR * 4);
+}

@@ -31,7 +31,7 @@ BlockRenderer::BlockRenderer(ClapInstance& renderedInstance, const Settings& set
     requireStereoEffect(inputs, instance.outputPorts());
     hasSideChain = inputs.size() == 2;
     if (settings.tempoBpm)
-        clock.emplace(*settings.tempoBpm, settings.sampleRate);
+        clock.emplace(*settings.tempoBpm, settings.sampleRate, settings.songPositionBeats);
     instance.activate(settings.sampleRate, 1, blockFrames);
     instance.startProcessing();
 }

@@ -29,6 +29,7 @@ public:
         double sampleRate = 48000.0;  // Hz
         std::uint32_t blockFrames = 128;
         std::optional<double> tempoBpm;  // nothing: the plug-in gets no transport
+        double songPositionBeats = 0.0;  // where the song begins to play
     };
 
     /// Throws ClapHostError if the plug-in is no stereo effect or refuses the sample rate.

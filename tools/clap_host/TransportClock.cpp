@@ -14,14 +14,16 @@ std::int64_t fixedPoint(double position) noexcept
 
 }  // namespace
 
-TransportClock::TransportClock(double tempoBpm, double sampleRate) noexcept
-    : tempo(tempoBpm), framesPerSecond(sampleRate)
+TransportClock::TransportClock(double tempoBpm, double sampleRate, double startBeats) noexcept
+    : tempo(tempoBpm), framesPerSecond(sampleRate), firstBeat(startBeats)
 {}
 
 clap_event_transport_t TransportClock::at(std::int64_t frame) const noexcept
 {
-    const double seconds = static_cast<double>(frame) / framesPerSecond;
-    const double beats = seconds * tempo / 60.0;
+    const double secondsPerBeat = 60.0 / tempo;
+    const double played = static_cast<double>(frame) / framesPerSecond;
+    const double seconds = firstBeat * secondsPerBeat + played;
+    const double beats = firstBeat + played / secondsPerBeat;
     const double bar = std::floor(beats / beatsPerBar);
 
     clap_event_transport_t transport{};

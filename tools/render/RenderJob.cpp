@@ -5,6 +5,7 @@
 #include "plot/RenderPlot.h"
 #include "render/AudioFile.h"
 #include "render/LevelMeter.h"
+#include "render/MidiFile.h"
 #include "render/ModuleLocator.h"
 #include "render/ParameterTable.h"
 #include "render/PendingFile.h"
@@ -12,6 +13,8 @@
 #include "render/Summary.h"
 
 #include <unistd.h>
+
+#include <cmath>
 
 namespace {
 
@@ -70,14 +73,17 @@ public:
         if (!options.automation.empty())
             events = automationEvents(instance.parameters(), readAutomationFile(options.automation),
                                       input.sampleRate, options.automation.string());
+        if (!options.midi.empty())
+            addMidi(readMidiFile(options.midi));
     }
 
     void render(std::ostream& messages)
     {
         ProgressBar progress(progressStyle(options.quiet), messages);
-        SignalRenderer renderer(
-            instance, {input, sideChain, events, options.blockFrames, options.tempoBpm, options.tailSeconds},
-            progress);
+        SignalRenderer renderer(instance,
+                                {input, sideChain, events, options.blockFrames, options.tempoBpm,
+                                 options.songPositionBeats, options.tailSeconds},
+                                progress);
         outcome = renderer.run();
     }
 
@@ -103,6 +109,13 @@ private:
     PendingFile::Existing existing() const
     {
         return options.overwrite ? PendingFile::Existing::Replace : PendingFile::Existing::Refuse;
+    }
+
+    void addMidi(const std::vector<MidiFileMessage>& messages)
+    {
+        for (const MidiFileMessage& message : messages)
+            events.push_back({std::llround(message.seconds * input.sampleRate),
+                              midiEvent(0, message.status, message.data1, message.data2)});
     }
 
     /// An unsuitable sample rate shows before anything is rendered, not after.

@@ -23,6 +23,7 @@ const char* const examples = "\nExample:\n"
 /// Numbers as they were typed: CLI11 would read them by the locale.
 struct TypedNumbers {
     std::string tempo;
+    std::string songPosition;
     std::string tail;
     std::string block;
 };
@@ -49,8 +50,14 @@ void declareSettings(CLI::App& app, RenderOptions& options, TypedNumbers& number
         ->allow_extra_args(false);
     app.add_option("--automate", options.automation, "CSV file of seconds,parameter,value; sample-accurate")
         ->type_name("FILE");
-    app.add_option("--tempo", numbers.tempo, "Tempo of a song that plays from its start, 10 to 1000")
+    app.add_option("--midi", options.midi,
+                   "Standard MIDI File to play along, at its own tempo; sample-accurate")
+        ->type_name("FILE");
+    app.add_option("--tempo", numbers.tempo, "Tempo of a song that plays along, 10 to 1000")
         ->type_name("BPM");
+    app.add_option("--song-position", numbers.songPosition,
+                   "Where that song begins to play, 0 to 100000; at its start unless given")
+        ->type_name("BEATS");
     app.add_option("--block", numbers.block, "Frames per processing block, 1 to 16384; 128 unless given")
         ->type_name("N");
     app.add_option("--tail", numbers.tail,
@@ -76,6 +83,10 @@ std::optional<double> numberOption(const char* option, const std::string& typed,
 void takeNumbers(const TypedNumbers& numbers, RenderOptions& options)
 {
     options.tempoBpm = numberOption("--tempo", numbers.tempo, 10.0, 1000.0);
+    const auto songPosition = numberOption("--song-position", numbers.songPosition, 0.0, 100000.0);
+    if (songPosition && !options.tempoBpm)
+        throw RenderError("--song-position needs a song: give its --tempo too");
+    options.songPositionBeats = songPosition.value_or(0.0);
     options.tailSeconds = numberOption("--tail", numbers.tail, 0.0, 3600.0);
     const auto block = numberOption("--block", numbers.block, 1.0, 16384.0);
     if (block && *block != std::floor(*block))
@@ -100,7 +111,7 @@ void requireFiles(const RenderOptions& options)
     if (!options.plot.empty() && options.plot.lexically_normal() == options.output.lexically_normal())
         throw RenderError("output and plot are both " + inQuotes(options.output.string()));
     for (const auto& written : {options.output, options.plot}) {
-        for (const auto& read : {options.input, options.sideChain, options.automation})
+        for (const auto& read : {options.input, options.sideChain, options.automation, options.midi})
             requireDifferent(written, read);
     }
 }

@@ -14,9 +14,11 @@ struct RenderOptions {
     std::filesystem::path plugin;
     std::vector<std::string> settings;  // "Name=value" each, in order
     std::filesystem::path automation;
+    std::filesystem::path midi;
     std::filesystem::path sideChain;
     std::filesystem::path plot;
     std::optional<double> tempoBpm;     // quarter notes per minute
+    double songPositionBeats = 0.0;     // quarter notes
     std::optional<double> tailSeconds;  // nothing: until the output is quiet
     std::uint32_t blockFrames = 128;
     bool listParameters = false;

@@ -28,7 +28,8 @@ SignalRenderer::SignalRenderer(ClapInstance& instance, RenderRequest renderReque
       progress(progressBar),
       inputFrames(request.input.frames()),
       chunkFrames(roundedUp(usualChunk, request.blockFrames)),
-      renderer(instance, {request.input.sampleRate, request.blockFrames, request.tempoBpm})
+      renderer(instance,
+               {request.input.sampleRate, request.blockFrames, request.tempoBpm, request.songPositionBeats})
 {
     // Whole chunks keep all blocks of one length, as a host's are.
     request.input.resize(roundedUp(inputFrames, chunkFrames));

@@ -16,6 +16,7 @@ struct RenderRequest {
     std::vector<TimedEvent> events;
     std::uint32_t blockFrames = 128;
     std::optional<double> tempoBpm;
+    double songPositionBeats = 0.0;
     std::optional<double> tailSeconds;  // nothing: until the output is quiet
 };
 

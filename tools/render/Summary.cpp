@@ -37,8 +37,7 @@ void printWarnings(const SummaryContent& content, std::ostream& out)
         out << "Note      the output was still sounding when its tail was cut; --tail SECONDS goes on "
                "longer\n";
     if (content.outcome.unreachedEvents > 0)
-        out << "Note      automation points behind the end, not reached: " << content.outcome.unreachedEvents
-            << '\n';
+        out << "Note      events behind the end, not reached: " << content.outcome.unreachedEvents << '\n';
 }
 
 }  // namespace
