@@ -98,6 +98,11 @@ private:
             return withTree([](FolderTree&) {});
         }
 
+        void finish()
+        {
+            withTree([](FolderTree& tree) { tree.answered = true; });
+        }
+
         bool entered = false;
         std::vector<Place> folders;
         std::vector<std::string> links;
@@ -137,6 +142,7 @@ private:
             return;
         Collector found(*this, place);
         lister->list(place.path, job->extension, found);
+        found.finish();
         for (const Place& folder : found.folders)
             readFolder(folder);
         followLinks(place, found);

@@ -14,6 +14,7 @@ struct FolderTree {
 
     std::string name;  // its place in the folder above; empty for the root
     bool exists = false;
+    bool answered = false;  // of the root: false if it is unknown what it holds
     std::vector<std::unique_ptr<FolderTree>> folders;
     std::vector<File> files;
 };

@@ -53,6 +53,7 @@ void PresetFolder::scan(const std::string& newPath, int budgetMs)
     const std::string path = withSeparator(newPath);  // `newPath` may be a text of this object
     folders.clear();
     entries.clear();
+    answered = false;
     rename(path);
     if (folderPath.empty() || budgetMs < 1)
         return;
@@ -77,6 +78,7 @@ void PresetFolder::rename(const std::string& path)
 
 void PresetFolder::fill(const FolderTree& tree)
 {
+    answered = tree.answered;
     for (const auto& folder : tree.folders)
         folders.emplace_back(new PresetFolder(std::string(folderPath).append(folder->name) + pathSeparator,
                                               fileExtension, *folder));

@@ -41,6 +41,8 @@ public:
     const std::vector<std::unique_ptr<PresetFolder>>& subfolders() const noexcept { return folders; }
     const std::vector<std::unique_ptr<PresetInfo>>& presets() const noexcept { return entries; }
     bool isEmpty() const noexcept { return folders.empty() && entries.empty(); }
+    /// False if the file system didn't say in time what lies in this folder, the last time it was scanned.
+    bool hasAnswered() const noexcept { return answered; }
 
     /// Appends all presets: for each subfolder its own list, and behind all of them those of this folder.
     void appendPresets(std::vector<PresetInfo*>& list) const;
@@ -64,5 +66,6 @@ private:
     std::vector<std::unique_ptr<PresetInfo>> entries;
     int priority = noPriority;
     std::string folderPath;
+    bool answered = false;
     std::unique_ptr<FolderScan> reader;  // of the top of a tree, from the first scan on
 };
