@@ -153,6 +153,8 @@ public:
     static constexpr int wholePresets = -1;
     /// @param group  of section presets, or `wholePresets`
     virtual PresetManager& presetManager(int group = wholePresets);
+    /// Knows what presets say about themselves, and the favourites; null unless the product has one.
+    PresetCache* presetCache();
     /// Of presets of the whole plug-in, with its ".".
     virtual std::string presetExtension() const { return ".mvp"; }
     /// Makes another folder the one where presets lie. What isn't a folder gives the usual place of presets.

@@ -1,6 +1,7 @@
 // What GenericPlugin does with the trees of preset files.
 
 #include "core/GenericPlugin.h"
+#include "foundation/Paths.h"
 #include "foundation/Resources.h"
 #include "foundation/UserFolders.h"
 
@@ -16,7 +17,7 @@ void GenericPlugin::initialiseProcessWideData()
     if (!loadControllerMap())
         loadDefaultControllerMap();
     const std::string dataFolder = productDataFolder(versionedName);
-    if (hasFlag(HasPresetCache) && !dataFolder.empty())
+    if (hasFlag(HasPresetCache) && createFolders(dataFolder))
         shared->presetCache = std::make_unique<PresetCache>(dataFolder + cacheName);
     shared->presetManager = std::make_unique<PresetManager>(presetExtension());
     shared->presetManager->setCache(shared->presetCache.get());
@@ -32,6 +33,8 @@ PresetManager& GenericPlugin::presetManager(int group)
     return group == wholePresets ? *shared->presetManager
                                  : *shared->componentManagers[static_cast<std::size_t>(group)];
 }
+
+PresetCache* GenericPlugin::presetCache() { return shared->presetCache.get(); }
 
 void GenericPlugin::choosePresetFolder(const std::string& path)
 {
