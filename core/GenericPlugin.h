@@ -199,10 +199,9 @@ public:
     /// "Default component preset not found." if the user has made none.
     ErrorResult loadDefaultComponentPreset(int group, int sectionNumber);
     /// Creates no folders.
-    ErrorResult saveComponentPreset(const PresetInfo& preset, int version, int group,
-                                    int sectionNumber) const;
+    ErrorResult saveComponentPreset(const PresetInfo& preset, int version, int group, int sectionNumber);
     /// Makes the section's settings the default of its kind.
-    ErrorResult saveDefaultComponentPreset(int group, int sectionNumber) const;
+    ErrorResult saveDefaultComponentPreset(int group, int sectionNumber);
 
     // The trees of preset files, which all instances of the process share. A scan by one makes the entries
     // anew for all: what is kept of a preset is its name and path.
@@ -306,6 +305,7 @@ private:
     bool readParameterState(BinaryDataReader& reader);
     bool readStateExtension(std::istream& stream, BinaryDataReader& reader);
     void collectParameters();
+    void componentPresetWasSaved(int group);
     void makePresetFolders();
     void fillPresetFolders();
     void markModified() noexcept;

@@ -96,6 +96,13 @@ void GenericPlugin::presetWasSaved(const PresetInfo&)
     manager.rescan(manager.path());
 }
 
+void GenericPlugin::componentPresetWasSaved(int group)
+{
+    const std::lock_guard lock(SharedPluginData::lock());
+    PresetManager& manager = presetManager(group);
+    manager.rescan(manager.path());
+}
+
 std::optional<PresetInfo> GenericPlugin::findComponentPreset(int group, std::string_view presetName)
 {
     const std::lock_guard lock(SharedPluginData::lock());

@@ -248,12 +248,14 @@ ErrorResult GenericPlugin::loadDefaultComponentPreset(int group, int sectionNumb
 }
 
 ErrorResult GenericPlugin::saveComponentPreset(const PresetInfo& preset, int version, int group,
-                                               int sectionNumber) const
+                                               int sectionNumber)
 {
-    return componentPresets.save(preset, version, group, sectionNumber);
+    ErrorResult result = componentPresets.save(preset, version, group, sectionNumber);
+    componentPresetWasSaved(group);
+    return result;
 }
 
-ErrorResult GenericPlugin::saveDefaultComponentPreset(int group, int sectionNumber) const
+ErrorResult GenericPlugin::saveDefaultComponentPreset(int group, int sectionNumber)
 {
     const std::string folder = componentPresetFolder(group);
     if (folder.empty()) {

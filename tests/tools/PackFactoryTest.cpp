@@ -79,7 +79,7 @@ TEST(PackFactory, KeepsWhatAPresetSaysAboutItself)
 {
     const std::string preset = packPreset(header + "Author=Ada\nTags=a,b\n", "a.mvp");
     EXPECT_EQ(preset.substr(2832),
-              std::string("CuSV\1\0\0\0\2\0\0\0\6\0\0\0AUTHOR\3\0\0\0Ada\4\0\0\0TAGS\3\0\0\0a,b", 45));
+              std::string("CuSV\1\0\0\0\2\0\0\0\6\0\0\0AUTHOR\3\0\0\0Ada\4\0\0\0TAGS\3\0\0\0a,b", 44));
 }
 
 TEST(PackFactory, NamesFileAndLineOfAMistake)
