@@ -32,6 +32,8 @@ void GenericPlugin::joinProcess()
         initialiseProcessWideData();
     instanceSettings = createSettings();
     readSettings();
+    if (first)
+        fillPresetFolders();
     instanceSettings->loaded.assign(true);
     sharedSettings().loaded.assign(true);
     shared->controllerMapping.mapChanged.addHandler(
@@ -42,9 +44,9 @@ void GenericPlugin::joinProcess()
 void GenericPlugin::initialiseProcessWideData()
 {
     shared->settings = createSharedSettings();
-    shared->presetRoot = presetFolder(versionedName);
     if (!loadControllerMap())
         loadDefaultControllerMap();
+    makePresetFolders();
 }
 
 void GenericPlugin::leaveProcess()

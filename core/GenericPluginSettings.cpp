@@ -40,9 +40,7 @@ std::unique_ptr<SharedSettings> GenericPlugin::createSharedSettings()
     return std::make_unique<SharedSettings>(storeKey());
 }
 
-std::string GenericPlugin::presetRoot() const { return shared->presetRoot; }
-
-void GenericPlugin::setPresetRoot(const std::string& path) { shared->presetRoot = path; }
+std::string GenericPlugin::presetRoot() const { return shared->presetManager->path(); }
 
 void GenericPlugin::serializeSettings(SettingSerializer& serializer)
 {
@@ -51,8 +49,8 @@ void GenericPlugin::serializeSettings(SettingSerializer& serializer)
     shared->drawing.apply(sharedSettings());
     const std::string root =
         serializer.stringValue(presetFolderKey, presetRoot(), presetFolder(versionedName));
-    if (!root.empty() && root != presetRoot())
-        setPresetRoot(root);
+    if (!serializer.isWriter())
+        choosePresetFolder(root);
 }
 
 void GenericPlugin::readSettings()

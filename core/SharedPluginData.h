@@ -4,10 +4,12 @@
 #include "core/GenericPluginInstanceList.h"
 #include "core/InterfaceDrawing.h"
 #include "core/SharedSettings.h"
+#include "presets/PresetCache.h"
+#include "presets/PresetManager.h"
 
 #include <memory>
 #include <mutex>
-#include <string>
+#include <vector>
 
 /// What all plug-ins of one process share. It is made with the first of them and goes with the last.
 class SharedPluginData {
@@ -24,5 +26,7 @@ public:
     GenericPluginInstanceList instances;
     std::unique_ptr<SharedSettings> settings;
     InterfaceDrawing drawing;
-    std::string presetRoot;  // the folder of the presets
+    std::unique_ptr<PresetCache> presetCache;  // only for a product that wants one; outlives the managers
+    std::unique_ptr<PresetManager> presetManager;
+    std::vector<std::unique_ptr<PresetManager>> componentManagers;  // one for each group of section presets
 };

@@ -2,6 +2,7 @@
 
 #include "core/GenericPlugin.h"
 #include "modulation/ModulationMatrixOwner.h"
+#include "product/SordelinInfo.h"
 #include "product/SordelinModulationIds.h"
 #include "product/SordelinParameters.h"
 #include "product/SordelinSettings.h"
@@ -39,6 +40,8 @@ public:
     }
 
 protected:
+    /// Also takes the presets of the major version before this one.
+    void initialiseProcessWideData() override;
     std::unique_ptr<CustomPresetLoader> createPresetLoader() override;
     /// Reads presets of every version. "Delay Freeze" stays as it is, so that no preset stops a frozen delay,
     /// and so does "Dry Enabled", which belongs to the place in the song rather than to the sound; the
@@ -47,8 +50,6 @@ protected:
     std::unique_ptr<PluginSettings> createSettings() override;
 
 private:
-    void makeComponentPresets();
-
     std::array<float, SordelinTargets::count + SordelinSources::count> displayValues{};  // targets first
 
     // Logical units.

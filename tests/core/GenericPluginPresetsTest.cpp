@@ -21,17 +21,17 @@ struct TestPlugin : GenericPlugin {
     {
         code = "Test";
         versionedName = "Sordelin 2";
-        joinProcess();
         componentPresets.addGroup(".part", "Parts");
         for (FloatPluginParameter* parameter : {&first, &second})
             componentPresets.addSection(0, code).add(*parameter);
+        joinProcess();
     }
     bool isStored(const AbstractPluginParameter& parameter) const override
     {
         return parameter.displayName().find("View") == std::string::npos;
     }
     int presetFormatVersion() const override { return 5; }
-    std::string findPresetPath(std::string_view presetName) const override
+    std::string findPresetPath(std::string_view presetName) override
     {
         return presetName == "Known" ? "/presets/Known.mvp" : "";
     }

@@ -266,12 +266,14 @@ TEST(StoredSettings, HoldTheFolderOfThePresets)
     TestPlugin plugin;
     const std::string usual = home.folder / "Documents/Morvelane/Presets/Sordelin 2/";
     EXPECT_EQ(plugin.presetRoot(), usual);
-    storeSettings(home, productFile, "PresetFolder = \"/elsewhere/\"\n");
+    const std::string other = home.folder / "elsewhere/";
+    std::filesystem::create_directory(other);
+    storeSettings(home, productFile, "PresetFolder = \"" + other + "\"\n");
     plugin.readSettings();
-    EXPECT_EQ(plugin.presetRoot(), "/elsewhere/");
+    EXPECT_EQ(plugin.presetRoot(), other);
     std::filesystem::remove(home.folder / productFile);
     plugin.writeSettings();
-    EXPECT_NE(home.folder.read(productFile).find("PresetFolder = \"/elsewhere/\"\n"), std::string::npos);
+    EXPECT_NE(home.folder.read(productFile).find("PresetFolder = \"" + other + "\"\n"), std::string::npos);
     std::filesystem::remove(home.folder / productFile);
     plugin.readSettings();
     EXPECT_EQ(plugin.presetRoot(), usual);
