@@ -220,6 +220,7 @@ void GenericPlugin::setTrackContext(const TrackContext& context)
         return;
     track = context;
     tellListener(Listener::TrackContextChanged, 0);
+    updateAutoName();
 }
 
 // What an editor shows.

@@ -294,6 +294,7 @@ protected:
     // NamedPluginInstance
 
     const std::string& baseInstanceName() const override { return GenericPluginInfo::name; }
+    std::string trackName() const override { return track.trackName; }
     void instanceNameChanged() override { tellListener(Listener::InstanceRenamed, 0); }
     void instanceStateChanged() override;
 

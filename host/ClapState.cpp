@@ -82,11 +82,13 @@ void ClapPluginAdapter::stateChanged(GenericPlugin::StateChange change)
 }
 
 const clap_plugin_state_t ClapPluginAdapter::stateTable{
-    .save = [](const clap_plugin_t* p, const clap_ostream_t* stream) { return of(p).saveState(stream); },
-    .load = [](const clap_plugin_t* p, const clap_istream_t* stream) { return of(p).loadState(stream); },
+    .save = [](const clap_plugin_t* p,
+               const clap_ostream_t* stream) { return onMainThread(p).saveState(stream); },
+    .load = [](const clap_plugin_t* p,
+               const clap_istream_t* stream) { return onMainThread(p).loadState(stream); },
 };
 
 const clap_plugin_preset_load_t ClapPluginAdapter::presetLoadTable{
     .from_location = [](const clap_plugin_t* p, std::uint32_t kind, const char* location,
-                        const char*) { return of(p).loadPreset(kind, location); },
+                        const char*) { return onMainThread(p).loadPreset(kind, location); },
 };

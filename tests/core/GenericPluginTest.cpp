@@ -172,6 +172,19 @@ TEST(PluginInstances, KnowEachOtherByName)
     EXPECT_EQ(TestPlugin().instanceName(), "Sordelin (2)");
 }
 
+TEST(PluginInstances, GoByTheirTrackWhereTheProductAsksForIt)
+{
+    TestPlugin plugin;
+    TrackContext context;
+    context.trackName = "Drums";
+    plugin.setTrackContext(context);
+    EXPECT_EQ(plugin.instanceName(), "Sordelin");
+    plugin.flags |= GenericPluginInfo::WantsTrackInfo;
+    plugin.setTrackContext(context);
+    EXPECT_EQ(plugin.instanceName(), "Drums");
+    EXPECT_EQ(TestPlugin().instanceName(), "Sordelin");
+}
+
 TEST(PluginInstances, ComeAndGoOnSeveralThreads)
 {
     const TemporaryHome home;
