@@ -99,7 +99,7 @@ TEST(Midi, LetsNothingInWhileItIsSwitchedOff)
     EXPECT_EQ(mapped.value(wetPan), 1.0);
 }
 
-TEST(Midi, WritesNothingIntoTheUsersHomeByItself)
+TEST(Midi, KeepsNoMapThatTheUserHasntMade)
 {
     const TemporaryHome home;
     {
@@ -107,5 +107,6 @@ TEST(Midi, WritesNothingIntoTheUsersHomeByItself)
         ClapInstance instance(module);
         instance.activate(48000.0, 1, 512);
     }
-    EXPECT_EQ(home.folder.entryCount(), 0);
+    EXPECT_FALSE(std::filesystem::exists(home.productData() / "MidiControllerMap.mvm"));
+    EXPECT_FALSE(std::filesystem::exists(home.folder / "config"));
 }
