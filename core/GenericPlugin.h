@@ -37,6 +37,7 @@ class SharedPluginData;
 class GenericPlugin : public GenericPluginBase,
                       public NamedPluginInstance,
                       public IPresetPlugin,
+                      public SnapshotOwner,
                       private PluginMessageQueue::Receiver {
 public:
     using SettingsBase = ::SettingsBase;
@@ -80,6 +81,7 @@ public:
             ParameterChanged = -1025,
             PresetChanged = -1026,  // its name, its path, or whether it is modified
             ControllerMoved = -1027,
+            InterfaceStateRestored = -1028,
             ControllerMapChanged = -1029,
             LayoutChanged = -1030,
             InstanceRenamed = -1031,
@@ -223,6 +225,18 @@ public:
     /// nothing, or if not all of the whole presets could be written.
     bool unpackFactoryContent(FactoryArchive::Existing existing);
 
+    // SnapshotOwner. Undo and compare leave the parameters alone that no preset holds. Thread: main.
+
+    UndoHistory& undoHistory() override { return history; }
+    CompareStates& compareStates() override { return states; }
+    std::vector<float> storedValues() const override;
+    void restoreStoredValues(const std::vector<float>& values) override;
+    PresetIdentity presetIdentity() const override;
+    void restorePresetIdentity(const PresetIdentity& identity, bool pathChanged) override;
+    InterfaceState interfaceState() const override { return viewState; }
+    void restoreInterfaceState(const InterfaceState& state) override;
+    void restoreCustomValues(const CustomValues& values) override;
+
     // IPresetPlugin
 
     const std::string& presetSignature() const override { return code; }
@@ -298,6 +312,8 @@ protected:
     virtual std::string findPresetPath(std::string_view name);
     /// A file has been written.
     virtual void presetWasSaved(const PresetInfo& preset);
+    /// A file of a section has been written, or that has failed.
+    virtual void componentPresetWasSaved(int group);
     /// The first preset called so among the presets of a section.
     virtual std::optional<PresetInfo> findComponentPreset(int group, std::string_view name);
 
@@ -305,7 +321,6 @@ private:
     bool readParameterState(BinaryDataReader& reader);
     bool readStateExtension(std::istream& stream, BinaryDataReader& reader);
     void collectParameters();
-    void componentPresetWasSaved(int group);
     void makePresetFolders();
     void fillPresetFolders();
     void markModified() noexcept;
@@ -337,6 +352,9 @@ private:
     std::atomic<BatchPending> batchPending{BatchPending::Nothing};
     int pendingReset = WithoutReset;  // goes out with the batch
     CustomValues valuesByKey;
+    InterfaceState viewState;
+    UndoHistory history{*this};
+    CompareStates states{*this};
     bool loadingDefaultPreset = false;
     float rate = 44100.0f;
     TrackContext track;

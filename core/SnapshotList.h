@@ -10,7 +10,7 @@ struct Snapshot {
     int compareIndex = 0;  // the compare state that it belongs to
     std::vector<float> values;
     SnapshotOwner::InterfaceState interfaceState;
-    SnapshotOwner::CustomValues customValues;
+    CustomValues customValues;
 };
 
 /// States of one plug-in, by number. Thread: main.

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "presets/CustomValues.h"
+
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,6 @@ struct PresetIdentity {
 /// What undo and compare need of the plug-in whose states they keep. Thread: main.
 class SnapshotOwner {
 public:
-    using CustomValues = std::map<std::string, std::string>;
     using InterfaceState = std::vector<std::uint8_t>;
 
     virtual ~SnapshotOwner() = default;
@@ -42,7 +42,7 @@ public:
     /// The listener hears of it.
     virtual void restoreInterfaceState(const InterfaceState& state) = 0;
 
-    virtual CustomValues customValues() const = 0;
+    virtual const CustomValues& customValues() const = 0;
     /// The listener hears of it.
     virtual void restoreCustomValues(const CustomValues& values) = 0;
 };

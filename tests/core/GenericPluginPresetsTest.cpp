@@ -36,6 +36,12 @@ struct TestPlugin : GenericPlugin {
         return presetName == "Known" ? "/presets/Known.mvp" : "";
     }
     void presetWasSaved(const PresetInfo& preset) override { saved.push_back(preset.path); }
+    void loadPresetFile(ErrorResult& result, const PresetInfo& preset) override
+    {
+        GenericPlugin::loadPresetFile(result, preset);
+        if (resetsViews)  // as a loader may do that sets everything to its default
+            view.setValue(0.0f, announceChange);
+    }
     Values values() const
     {
         return {first.currentValue(), view.currentValue(), otherView.currentValue(), second.currentValue()};
@@ -52,6 +58,7 @@ struct TestPlugin : GenericPlugin {
     FloatPluginParameter otherView{this, "View Place"};
     FloatPluginParameter second{this, "Part 2 Level"};
     std::vector<std::string> saved;
+    bool resetsViews = false;
 };
 
 struct Recorder : GenericPlugin::Adapter, GenericPlugin::Listener {
@@ -101,6 +108,7 @@ TEST_F(GenericPluginPresetsTest, LoadsInOneBatchWithASoftReset)
 {
     plugin.set({0.1f, 0.2f, 0.3f, 0.4f});
     recorder = Recorder();
+    plugin.resetsViews = true;
     const PresetInfo preset = file("Loud One.mvp", presetBytes("Test", 5, {0.5f, 0.6f}));
     const ErrorResult result = plugin.loadPreset(preset);
     EXPECT_TRUE(result.succeeded()) << result.message();
@@ -199,6 +207,9 @@ TEST_F(GenericPluginPresetsTest, KeepsWhatPresetsDoNotHoldForTheNextInstance)
     EXPECT_EQ(defaultsFile(), presetBytes("Test", 5, {0.2f, 0.3f}));
     plugin.set({0.1f, 0.6f, 0.7f, 0.4f});
     EXPECT_TRUE(plugin.saveInterfaceDefaults(plugin.otherView).succeeded());
+    EXPECT_EQ(defaultsFile(), presetBytes("Test", 5, {0.2f, 0.7f}));
+    plugin.set({0.1f, 0.2f, 0.9f, 0.4f});
+    EXPECT_TRUE(plugin.saveInterfaceDefaults(plugin.view).succeeded());  // that one alone
     EXPECT_EQ(defaultsFile(), presetBytes("Test", 5, {0.2f, 0.7f}));
 
     TestPlugin next;

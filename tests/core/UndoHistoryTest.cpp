@@ -23,7 +23,7 @@ struct FakePlugin : SnapshotOwner {
     }
     InterfaceState interfaceState() const override { return view; }
     void restoreInterfaceState(const InterfaceState& state) override { view = state; }
-    CustomValues customValues() const override { return custom; }
+    const CustomValues& customValues() const override { return custom; }
     void restoreCustomValues(const CustomValues& values) override { custom = values; }
 
     void open()
@@ -111,7 +111,7 @@ TEST(UndoHistory, RestoresAllThatAStateIsAndNoMore)
     plugin.history.undo();
     EXPECT_EQ(plugin.preset, first);  // not modified by its own values
     EXPECT_EQ(plugin.view, (SnapshotOwner::InterfaceState{1, 2}));
-    EXPECT_EQ(plugin.custom, (SnapshotOwner::CustomValues{{"key", "one"}}));
+    EXPECT_EQ(plugin.custom, (CustomValues{{"key", "one"}}));
     EXPECT_EQ(plugin.unstored, 0.75f);
     EXPECT_EQ(plugin.pathReports, 1);
     plugin.history.redo();

@@ -230,3 +230,36 @@ TEST_F(SordelinPluginPresetsTest, TextKeysFitEverySectionOfAKind)
 }
 
 }  // namespace
+
+TEST(SordelinPlugin, GoesBackAndForthBetweenItsStates)
+{
+    SordelinPlugin plugin;
+    Recorder recorder(plugin);
+    plugin.undoHistory().initialise();
+    plugin.compareStates().initialise();
+    plugin.presetState.modified.assign(false);
+    const auto change = [&](float offset) {
+        plugin.delays[0].offset.setValue(offset, announceChange);
+        plugin.undoHistory().pushState();
+    };
+    const auto offset = [&] { return plugin.delays[0].offset.currentValue(); };
+    change(0.25f);
+    plugin.compareStates().toggle();  // to B, which is as A was at first
+    EXPECT_EQ(offset(), 0.0f);
+    change(-0.5f);
+    plugin.compareStates().toggle();
+    EXPECT_EQ(offset(), 0.25f);
+    recorder.forwarded.clear();
+    for (const float expected : {-0.5f, 0.0f, 0.25f, 0.0f, 0.0f}) {
+        plugin.undoHistory().undo();
+        EXPECT_EQ(offset(), expected);
+    }
+    EXPECT_EQ(recorder.forwarded, std::vector<int>(4, GenericPlugin::WithSoftReset));
+    EXPECT_FALSE(plugin.presetState.modified.value());
+    for (const float expected : {0.25f, 0.0f, -0.5f, 0.25f, 0.25f}) {
+        plugin.undoHistory().redo();
+        EXPECT_EQ(offset(), expected);
+    }
+    EXPECT_TRUE(plugin.presetState.modified.value());
+    EXPECT_EQ(plugin.compareStates().current(), 0);
+}

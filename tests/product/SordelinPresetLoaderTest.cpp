@@ -10,9 +10,7 @@ using Names = std::vector<std::string>;
 // The places in files of the first product.
 struct First {
     static constexpr int delay(int k) { return 3 * k; }  // time, offset, sync
-    static constexpr int delayLink = 6;
-    static constexpr int readStyle = 7;
-    static constexpr int routing = 8;
+    static constexpr int links = 6;                        // delay, the read style, and the filters' routing
     static constexpr int feedback = 9;  // level A, balance A, level B, balance B
     static constexpr int levels = 13;
     static constexpr int filter(int k) { return 18 + 7 * k; }
@@ -27,14 +25,12 @@ struct Previous {
     static constexpr int delay(int k) { return 6 * k; }  // as before, feedback, cross feedback, pan
     static constexpr int links = 12;                     // feedback, delay, and the read style
     static constexpr int filter(int k) { return 15 + 7 * k; }
-    static constexpr int routing = 29;
-    static constexpr int levels = 30;
+    static constexpr int routing = 29;  // and the levels
     static constexpr int lfo(int k) { return 35 + 7 * k; }
     static constexpr int envelope = 49;
     static constexpr int receiveMidi = 55;
     static constexpr int slot(int k) { return 56 + 5 * k; }
-    static constexpr int autoMute = 178;
-    static constexpr int dryEnabled = 179;
+    static constexpr int autoMute = 178;  // and the dry signal
     static constexpr int count = 180;
 };
 
@@ -86,7 +82,7 @@ TEST_F(SordelinPresetLoaderTest, TheFirstProductsParametersFindTheirPlaces)
     OldValues old(First::count);
     old.put(First::delay(0), {0.5f, 0.25f, 2.0f});
     old.put(First::delay(1), {0.25f, -0.5f, 4.0f});
-    old.put(First::delayLink, {1.0f, 1.0f, 2.0f});
+    old.put(First::links, {1.0f, 1.0f, 2.0f});
     old.put(First::feedback, {0.8f, 0.25f, 0.4f, -0.5f});
     old.put(First::levels, {-6.0f, 0.9f, -0.1f, 0.8f, 0.2f});
     old.put(First::filter(0), {0.3f, -1.5f, 0.6f, 10.0f, 1.0f, 3.0f, 1.0f});
@@ -294,6 +290,9 @@ TEST_F(SordelinPresetLoaderTest, MidiSourcesReachAsFarAsTheyDid)
         loadPrevious(old);
         // The slots are sorted by source. The MIDI sources that none uses have gone.
         EXPECT_EQ(connections(), (Names{"XLFO 1 > Slot 2 Level", connection}));
+        EXPECT_EQ(value(48), 1.0f);
+        EXPECT_EQ(value(487), 0.0f);
+        EXPECT_EQ(value(549), 1.0f);
         EXPECT_NEAR(level(1), expected, 1e-5) << connection;
         EXPECT_NEAR(level(0), 0.05 * expected / 0.16, 1e-5) << connection;
         EXPECT_EQ(plugin.midiSources[0].input.value(),
