@@ -6,6 +6,10 @@
 #include "foundation/Resources.h"
 #include "foundation/SettingsText.h"
 #include "presets/CollectionPresetLoader.h"
+#include "presets/FactoryArchive.h"
+#include "presets/FavoritesFile.h"
+#include "presets/PresetCacheFile.h"
+#include "presets/PresetMetadata.h"
 #include "presets/PresetWriter.h"
 #include "product/SordelinPlugin.h"
 #include "product/SordelinPresetLoader.h"
@@ -14,6 +18,7 @@
 #include "support/ControllerMapFile.h"
 
 #include <cmath>
+#include <filesystem>
 #include <memory>
 #include <sstream>
 
@@ -176,6 +181,99 @@ FuzzTarget characteristicTarget()
             }};
 }
 
+/// A folder for what can only be read from a disk.
+struct Disk {
+    std::string put(const char* name, const std::string& bytes) const
+    {
+        folder.write(name, bytes);
+        return folder / name;
+    }
+    const TemporaryFolder folder;
+};
+
+/// Two files in two folders, each file stored as it would be packed: empty.
+std::string smallArchive()
+{
+    const auto entry = [](const std::string& name, std::uint32_t size, std::uint32_t unpacked) {
+        std::string bytes(FactoryArchive::entrySize, '\0');
+        bytes[0] = static_cast<char>(name.size());
+        bytes.replace(1, name.size(), name);
+        bytes.replace(FactoryArchive::sizeOffset, 4, word(static_cast<std::int32_t>(size)));
+        bytes.replace(FactoryArchive::unpackedSizeOffset, 4, word(static_cast<std::int32_t>(unpacked)));
+        return bytes;
+    };
+    const std::string end(1, '\0');
+    const std::string inner = entry("b.mvp", 0, 0) + entry("c.mvp", 8, 0) + "12345678" + end;
+    const std::string folder = entry("Inner", static_cast<std::uint32_t>(inner.size()), 0xFFFFFFFFu) + inner +
+                               entry("a.mvp", 0, 0) + end;
+    return std::string(FactoryArchive::magic) + std::string(FactoryArchive::headerSize - 8, '\0') +
+           entry("FactoryPresets", static_cast<std::uint32_t>(folder.size()), 0xFFFFFFFFu) + folder + end;
+}
+
+FuzzTarget archiveTarget()
+{
+    return {"factory archive",
+            {smallArchive(), smallArchive() + resourceBytes("WindowsSetupDocs")},
+            [](const std::string& bytes) {
+                // Whatever the names in it say, nothing lies outside the target afterwards.
+                const TemporaryFolder around;
+                const std::string target = around / "target/";
+                FactoryArchive({reinterpret_cast<const std::byte*>(bytes.data()), bytes.size()})
+                    .extract("FactoryPresets", target, FactoryArchive::Existing::Keep);
+                for (const auto& entry : std::filesystem::directory_iterator(around / ""))
+                    if (entry.path().filename() != "target")
+                        return "it left " + entry.path().string();
+                return std::string();
+            }};
+}
+
+FuzzTarget metadataTarget()
+{
+    const auto disk = std::make_shared<Disk>();
+    const std::string block =
+        "CuSV" + word(1) + word(2) + word(6) + "AUTHOR" + word(2) + "Me" + word(4) + "TAGS" + word(3) + "a,b";
+    return {"metadata",
+            {binaryPreset("MStd", 5, 705) + block,
+             "[Preset]\nSignature=MStd\nVersion=5\nAuthor=\"A \\\"b\\\"\"\nTags=x,y\n\n[Parameters]\nA=1\n"},
+            [disk](const std::string& bytes) {
+                PresetInfo entry(disk->put("a.mvp", bytes));
+                if (!readPresetMetadata(entry.path, entry))
+                    return std::string();
+                entry.author = "Somebody";
+                entry.tags = {"one", "two"};
+                if (!writePresetMetadata(entry).succeeded())
+                    return disk->folder.read("a.mvp") == bytes ? std::string()
+                                                               : std::string("a failure changed the file");
+                PresetInfo again(entry.path);
+                readPresetMetadata(again.path, again);
+                return again.author == entry.author && again.tags == entry.tags
+                           ? std::string()
+                           : std::string("what was written doesn't come back");
+            }};
+}
+
+FuzzTarget listsTarget()
+{
+    const auto disk = std::make_shared<Disk>();
+    PresetCacheFile cache;
+    cache.roots = {"/presets/", "/others/"};
+    cache.presets.emplace_back("/presets/a.mvp");
+    cache.presets.emplace_back("/presets/b.mvp");
+    cache.write(disk->folder / "seed");
+    return {"lists of presets",
+            {disk->folder.read("seed"), "# mine\nBass/a.mvp\n\n../b.mvp\n"},
+            [disk](const std::string& bytes) {
+                PresetCacheFile().read(disk->put("PresetCache.dat", bytes));
+                disk->put("Favorites.txt", bytes);
+                const FavoritesFile favorites(disk->folder / "");
+                favorites.change({disk->folder / "new.mvp"}, {});
+                for (const std::string& path : favorites.read())
+                    if (path == std::string(disk->folder / "new.mvp"))
+                        return std::string();
+                return std::string("a favourite was lost");
+            }};
+}
+
 FuzzTarget midiFileTarget()
 {
     const std::string track(
@@ -206,5 +304,6 @@ std::vector<FuzzTarget> fuzzTargets()
 {
     const auto patient = std::make_shared<Patient>();
     return {stateTarget(patient),  presetTarget(patient),  sectionTarget(patient), settingsTarget(),
-            controllerMapTarget(), characteristicTarget(), midiFileTarget()};
+            controllerMapTarget(), characteristicTarget(), archiveTarget(),        metadataTarget(),
+            listsTarget(),         midiFileTarget()};
 }

@@ -199,4 +199,8 @@ TEST_F(RenderJob, GoesOnFromAStateOrAPreset)
     EXPECT_NE(failure.find("Unknown preset signature"), std::string::npos) << failure;
     options.preset = options.output;
     EXPECT_NE(messageOfFailure(), "no error");
+    options.preset = "Clean";  // of those that came with the plug-in
+    EXPECT_EQ(messageOfFailure(), "no error");
+    options.preset = "Cleen";
+    EXPECT_EQ(messageOfFailure(), "there is no preset \"Cleen\"; did you mean \"Clean\"");
 }

@@ -10,6 +10,7 @@
 #include "render/ModuleLocator.h"
 #include "render/ParameterTable.h"
 #include "render/PendingFile.h"
+#include "render/PresetLocator.h"
 #include "render/RenderError.h"
 #include "render/Summary.h"
 
@@ -58,8 +59,8 @@ std::string levelText(const StereoSignal& signal)
 /// One rendering from the command line, in the order of its steps.
 class RenderJob {
 public:
-    RenderJob(const RenderOptions& jobOptions, ClapInstance& jobInstance)
-        : options(jobOptions), instance(jobInstance), audioFile(options.output, existing())
+    RenderJob(const RenderOptions& jobOptions, const ClapModule& jobModule, ClapInstance& jobInstance)
+        : options(jobOptions), module(jobModule), instance(jobInstance), audioFile(options.output, existing())
     {
         if (!options.plot.empty())
             plotFile.emplace(options.plot, existing());
@@ -136,7 +137,7 @@ private:
 
     void takePreset()
     {
-        if (loadPresetFile(instance, std::filesystem::absolute(options.preset).string()))
+        if (loadPresetFile(instance, locatePreset(module, options.preset).string()))
             return;
         const std::vector<std::string>& reasons = instance.host().calls.presetErrors;
         throw RenderError("the preset " + inQuotes(options.preset.string()) + " doesn't load" +
@@ -186,6 +187,7 @@ private:
     }
 
     const RenderOptions& options;
+    const ClapModule& module;
     ClapInstance& instance;
     PendingFile audioFile;
     std::optional<PendingFile> plotFile;
@@ -207,7 +209,7 @@ void runRenderJob(const RenderOptions& options, std::ostream& out, std::ostream&
     if (options.listParameters)
         return printParameterTable(instance.parameters(), out);
 
-    RenderJob job(options, instance);
+    RenderJob job(options, module, instance);
     job.prepare();
     job.render(messages);
     job.write();

@@ -46,7 +46,8 @@ void declareSettings(CLI::App& app, RenderOptions& options, TypedNumbers& number
 {
     app.add_option("--load-state", options.loadState, "A plug-in's state, as a host's project keeps it")
         ->type_name("FILE");
-    app.add_option("--preset", options.preset, "A preset, over that state")->type_name("FILE");
+    app.add_option("--preset", options.preset, "A preset, over that state: its file, or its name")
+        ->type_name("PRESET");
     app.add_option("--save-state", options.saveState, "File for the state after the rendering")
         ->type_name("FILE");
     app.add_option("--set", options.settings,
