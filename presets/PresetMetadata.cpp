@@ -11,6 +11,7 @@
 #include <array>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <map>
 
 namespace {
@@ -126,6 +127,15 @@ void write(std::ostream& stream, const BinaryPreset& preset)
     }
 }
 
+/// Whether a text says what it should. One with a header that can't be read to its end doesn't.
+bool holdsMetadata(const std::string& text, const PresetInfo& entry)
+{
+    std::istringstream stream(text);
+    PresetInfo found;
+    return readTextMetadata(stream, found) && found.author == entry.author &&
+           found.description == entry.description && joinTags(found.tags) == joinTags(entry.tags);
+}
+
 }  // namespace
 
 std::vector<std::string> splitTags(std::string_view text)
@@ -184,7 +194,7 @@ ErrorResult writePresetMetadata(PresetInfo& entry)
         const std::string text =
             rewritePresetTextHeader(std::string(std::istreambuf_iterator<char>(*stream), {}), entry);
         file.stream() << text;
-        understood = !text.empty();
+        understood = holdsMetadata(text, entry);
     } else if (readRest(*stream, reader, preset)) {
         preset.customValues["AUTHOR"] = entry.author;
         preset.customValues["DESCRIPTION"] = entry.description;
