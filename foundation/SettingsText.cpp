@@ -1,6 +1,8 @@
 #include "foundation/SettingsText.h"
 
 #define TOML_EXCEPTIONS 0
+// A damaged file is no reason to end the host: what the library asserts of it, it also reports.
+#define TOML_ASSERT(expression) static_assert(true)
 #include <toml++/toml.h>
 
 #include <algorithm>
@@ -41,6 +43,76 @@ std::optional<SettingValue> settingOf(const toml::node& node)
     if (const toml::array* array = node.as_array())
         return bytesOf(*array);
     return std::nullopt;
+}
+
+/// Walks over a TOML text as far as its strings and comments go, to see whether anything but ASCII stands
+/// elsewhere, or behind a backslash. There it can't be right, or nearly never, and the library asks such
+/// characters whether they are blanks in a way that some of them don't survive.
+class StrayLetters {
+public:
+    explicit StrayLetters(std::string_view checked) : text(checked)
+    {
+        if (text.substr(0, byteOrderMark.size()) == byteOrderMark)
+            text.remove_prefix(byteOrderMark.size());
+    }
+    bool found()
+    {
+        while (at < text.size()) {
+            if (isBeyondAscii(at))
+                return true;
+            if (text[at] == '#')
+                at = std::min(text.find('\n', at), text.size());
+            else if ((text[at] == '"' || text[at] == '\'') && !skipString())
+                return true;
+            else
+                ++at;
+        }
+        return false;
+    }
+
+private:
+    bool isBeyondAscii(std::size_t place) const
+    {
+        return place < text.size() && static_cast<unsigned char>(text[place]) >= 0x80;
+    }
+    /// Stops at its last quote. False for one with a stray letter or without an end.
+    bool skipString()
+    {
+        const char quote = text[at];
+        const std::string threefold(3, quote);
+        const bool isLong = text.substr(at, 3) == threefold;
+        const std::string_view end = isLong ? std::string_view(threefold) : std::string_view(&quote, 1);
+        for (at += end.size(); at < text.size(); ++at) {
+            if (text.substr(at, end.size()) == end) {
+                at += end.size() - 1;
+                return true;
+            }
+            if (text[at] == '\n' && !isLong)
+                return false;
+            if (text[at] != '\\' || quote != '"')
+                continue;
+            // A line may end in a backslash; what follows it goes on where its blanks end.
+            const bool endsLine = text.find_first_not_of(" \t\r", at + 1) == text.find('\n', at + 1);
+            const std::size_t next = endsLine ? text.find_first_not_of(" \t\r\n", at + 1) : at + 1;
+            if (isBeyondAscii(next))
+                return false;
+            if (!endsLine)
+                ++at;
+        }
+        return false;
+    }
+
+    std::string_view text;
+    std::size_t at = 0;
+};
+
+/// None if the text isn't TOML.
+std::optional<toml::table> tableOf(const std::string& text)
+{
+    if (StrayLetters(text).found())
+        return std::nullopt;
+    toml::parse_result parsed = toml::parse(text);
+    return parsed ? std::optional(std::move(parsed).table()) : std::nullopt;
 }
 
 // Writing.
@@ -210,7 +282,7 @@ bool isExact(const std::string& text, const toml::table& before, const SettingVa
     if (!held)
         return false;
     toml::table others = before;
-    toml::table othersNow = toml::parse(text).table();
+    toml::table othersNow = *tableOf(text);
     for (const auto& [key, value] : changes) {
         others.erase(key);
         othersNow.erase(key);
@@ -222,11 +294,11 @@ bool isExact(const std::string& text, const toml::table& before, const SettingVa
 
 std::optional<SettingValues> parseSettings(const std::string& text)
 {
-    const toml::parse_result parsed = toml::parse(text);
-    if (!parsed)
+    const auto table = tableOf(text);
+    if (!table)
         return std::nullopt;
     SettingValues values;
-    for (const auto& [key, node] : parsed.table()) {
+    for (const auto& [key, node] : *table) {
         if (auto value = settingOf(node))
             values.emplace(key.str(), std::move(*value));
     }
@@ -235,8 +307,8 @@ std::optional<SettingValues> parseSettings(const std::string& text)
 
 std::string changeSettings(const std::string& text, const SettingValues& changes)
 {
-    const toml::parse_result parsed = toml::parse(text);
-    if (!parsed)
+    const auto table = tableOf(text);
+    if (!table)
         return text;
     SettingValues possible;
     for (const auto& [key, value] : changes) {
@@ -244,6 +316,6 @@ std::string changeSettings(const std::string& text, const SettingValues& changes
         if (const auto read = parseSettings(lineOf(key, value)))
             possible.insert(read->begin(), read->end());
     }
-    const std::string result = edited(text, parsed.table(), possible);
-    return isExact(result, parsed.table(), possible) ? result : rewritten(parsed.table(), possible);
+    const std::string result = edited(text, *table, possible);
+    return isExact(result, *table, possible) ? result : rewritten(*table, possible);
 }

@@ -44,8 +44,12 @@ TEST(SettingsText, ReadsItsThreeTypesAndPassesOverOthers)
 TEST(SettingsText, IsNoneWhereTheTextIsDamaged)
 {
     for (const char* text : {"a = 1\na = 2\n", "a", "a = \"x", "= 1", "a = \"\xFF\"", "a = 1 b = 2",
-                             "a = 99999999999999999999", "\x01"})
+                             "a = 99999999999999999999", "\x01", "\xC3\xA9 = 1", "a = 1\xC3\xA9",
+                             "a = \"\\\xC3\xA9\"", "a = \"\"\"b\\\n  \xC3\xA9\"\"\"", "a.}b = 1"})
         EXPECT_FALSE(parseSettings(text)) << text;
+    // Letters of all kinds are welcome where they may stand.
+    EXPECT_TRUE(parseSettings("# \xC3\xA9\na = '\xC3\xA9\\'\nb = \"\\\\\xC3\xA9\"\n"
+                              "c = \"\"\"\n\xC3\xA9\"\"\"\n"));
     EXPECT_EQ(parseSettings("")->size(), 0u);
 }
 
