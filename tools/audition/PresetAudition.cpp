@@ -111,7 +111,7 @@ PresetAudition::PresetAudition(const AuditionRenderer& auditionRenderer,
 {
     for (const Material& material : materials) {
         const std::size_t frames = material.sound.frames();
-        dryReadings.push_back(movement.read(material.sound, 0, frames));
+        dryReadings.push_back(movement.read(material.sound, frames / 4, frames));
         dryLoudness.push_back(loudness(material.sound, 0, frames));
     }
 }
@@ -137,6 +137,7 @@ MaterialResult PresetAudition::measure(const StereoSignal& output, const StereoS
 {
     const std::size_t frames = materials[material].sound.frames();
     const LevelMeter meter(output);
+    // By then even a slow echo is on its way.
     const SpectralMovement::Reading reading = movement.read(wet, frames / 4, frames);
     MaterialResult result;
     result.levelDb = loudness(output, 0, frames) - dryLoudness[material];
