@@ -1,5 +1,6 @@
 #include "core/GenericPlugin.h"
 
+#include "core/PresetFolderSetting.h"
 #include "foundation/AtomicFile.h"
 #include "foundation/BinaryDataWriter.h"
 #include "foundation/BinaryFileReader.h"
@@ -33,8 +34,12 @@ void GenericPlugin::joinProcess()
     const std::lock_guard lock(SharedPluginData::lock());
     bool first = false;
     shared = &SharedPluginData::join(first);
-    if (first && !loadControllerMap())
-        loadDefaultControllerMap();
+    if (first)
+        initialiseProcessWideData();
+    choosePresetFolder(
+        presetFolderSetting(GenericPluginInfo::name, version().major, presetFolder(versionedName)));
+    if (first)
+        fillPresetFolders();
     shared->controllerMapping.mapChanged.addHandler(
         NotifyEvent::handler(*this, &GenericPlugin::controllerMapWasChanged));
     collectParameters();

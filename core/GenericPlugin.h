@@ -5,9 +5,12 @@
 #include "core/PresetState.h"
 #include "core/SharedPluginData.h"
 #include "core/TrackContext.h"
+#include "core/VersionInfo.h"
 #include "foundation/ErrorResult.h"
+#include "presets/FactoryArchive.h"
 #include "presets/IPresetPlugin.h"
 #include "presets/PresetInfo.h"
+#include "presets/PresetManager.h"
 #include "presets/PresetParameterCollection.h"
 
 #include <array>
@@ -144,6 +147,26 @@ public:
     /// Makes the section's settings the default of its kind.
     ErrorResult saveDefaultComponentPreset(int group, int sectionNumber) const;
 
+    // The trees of preset files, which all instances of the process share. A scan by one makes the entries
+    // anew for all: what is kept of a preset is its name and path.
+
+    static constexpr int wholePresets = -1;
+    /// @param group  of section presets, or `wholePresets`
+    virtual PresetManager& presetManager(int group = wholePresets);
+    /// Knows what presets say about themselves, and the favourites; null unless the product has one.
+    PresetCache* presetCache();
+    /// Of presets of the whole plug-in, with its ".".
+    virtual std::string presetExtension() const { return ".mvp"; }
+    /// Makes another folder the one where presets lie. What isn't a folder gives the usual place of presets.
+    void choosePresetFolder(const std::string& path);
+    /// Loads the preset that MIDI program changes know by this number; nothing if there is none.
+    virtual void selectPreset(int number);
+    /// The preset called so, and where several are, the first one.
+    std::optional<PresetInfo> findPreset(std::string_view name);
+    /// Fills the folders of presets, those of sections too, with what the program carries. False if there is
+    /// nothing, or if not all of the whole presets could be written.
+    bool unpackFactoryContent(FactoryArchive::Existing existing);
+
     // IPresetPlugin
 
     const std::string& presetSignature() const override { return code; }
@@ -190,17 +213,20 @@ protected:
     /// The default preset is being loaded.
     bool isLoadingDefault() const noexcept { return loadingDefaultPreset; }
 
-    // Where the tree of preset files is known.
+    virtual VersionInfo version() const { return {}; }
+    /// Makes what all instances share. Called for the first one of the process, with the process lock held.
+    virtual void initialiseProcessWideData();
 
     /// The path of the preset called so; empty if there is none.
-    virtual std::string findPresetPath(std::string_view) const { return {}; }
+    virtual std::string findPresetPath(std::string_view name);
     /// A file has been written.
-    virtual void presetWasSaved(const PresetInfo&) {}
+    virtual void presetWasSaved(const PresetInfo& preset);
     /// The first preset called so among the presets of a section.
-    virtual std::optional<PresetInfo> findComponentPreset(int group, std::string_view name) const;
+    virtual std::optional<PresetInfo> findComponentPreset(int group, std::string_view name);
 
 private:
     void collectParameters();
+    void fillPresetFolders();
     void markModified() noexcept;
     void tellHost(StateChange change);
     PresetInfo defaultComponentPreset(int group) const;

@@ -22,6 +22,7 @@ struct GenericPluginInfo {
         HasSideChain = 0x0008,
         WantsTrackInfo = 0x0020,
         FeedsInterfaceMidi = 0x0040,
+        HasPresetCache = 0x0100,
         WritesTextPresets = 0x0200,
         IdIsProviderId = 0x1000,  // the plug-in goes by the id of its preset-discovery provider
     };

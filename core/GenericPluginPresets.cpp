@@ -243,12 +243,6 @@ PresetInfo GenericPlugin::defaultComponentPreset(int group) const
                       componentPresets.extension(group));
 }
 
-std::optional<PresetInfo> GenericPlugin::findComponentPreset(int group, std::string_view name) const
-{
-    PresetInfo preset(componentPresetFolder(group).append(name).append(componentPresets.extension(group)));
-    return fileExists(preset.path) ? std::optional(std::move(preset)) : std::nullopt;
-}
-
 ErrorResult GenericPlugin::loadComponentPreset(const PresetInfo& preset, int version, int group,
                                                int sectionNumber)
 {

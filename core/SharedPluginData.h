@@ -1,8 +1,12 @@
 #pragma once
 
 #include "core/ControllerMapping.h"
+#include "presets/PresetCache.h"
+#include "presets/PresetManager.h"
 
+#include <memory>
 #include <mutex>
+#include <vector>
 
 /// What all plug-ins of one process share. It is made with the first of them and goes with the last.
 class SharedPluginData {
@@ -16,4 +20,7 @@ public:
     static void leave();
 
     ControllerMapping controllerMapping;
+    std::unique_ptr<PresetCache> presetCache;  // only for a product that wants one; outlives the managers
+    std::unique_ptr<PresetManager> presetManager;
+    std::vector<std::unique_ptr<PresetManager>> componentManagers;  // one for each group of section presets
 };

@@ -31,7 +31,7 @@ public:
     LockFreeQueue(std::uint32_t initialNodes, std::uint32_t nodeLimit);
 
     /// Appends a copy of `value`. Returns 0, and drops it, when all nodes up to the limit are in use. Thread:
-    /// any; takes a lock and allocates only when the nodes so far are used up.
+    /// any; takes a lock and allocates only when the nodes so far are used up and there may be more.
     int push(const T& value) noexcept;
 
     /// Takes the oldest value. False if there is none. Thread: any.
@@ -168,6 +168,8 @@ void LockFreeQueue<T>::putFree(std::uint32_t index) noexcept
 template <class T>
 std::uint32_t LockFreeQueue<T>::grow() noexcept
 {
+    if (count.load() >= limit)
+        return takeFree();  // no lock for what can't grow
     const ScopedLock scopedLock(*growLock);
     if (const std::uint32_t index = takeFree())
         return index;  // another producer grew the array meanwhile

@@ -14,6 +14,7 @@
 namespace {
 
 constexpr std::string_view vendor = "Morvelane";
+constexpr std::string_view settingsRoot = "Software\\";
 constexpr std::string_view documentsKey = "XDG_DOCUMENTS_DIR=\"";
 constexpr std::string_view homeVariable = "$HOME";
 constexpr std::size_t accountBytes = 16384;
@@ -123,4 +124,26 @@ std::string productDataFolder(const std::string& product)
 std::string presetFolder(const std::string& product)
 {
     return below(documentsFolder(), std::string(vendor).append("/Presets/").append(product));
+}
+
+std::string settingsKey() { return std::string(settingsRoot).append(vendor); }
+
+std::string settingsKey(const std::string& product, int majorVersion)
+{
+    return settingsKey()
+        .append("\\")
+        .append(product)
+        .append("\\")
+        .append(std::to_string(majorVersion))
+        .append(".0");
+}
+
+std::string settingsPath(const std::string& key)
+{
+    std::string path = configurationFolder();
+    if (path.empty())
+        return path;
+    std::string below = key.starts_with(settingsRoot) ? key.substr(settingsRoot.size()) : key;
+    std::replace(below.begin(), below.end(), '\\', pathSeparator);
+    return path.append(below).append(".toml");
 }

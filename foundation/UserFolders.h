@@ -17,3 +17,11 @@ std::string documentsFolder();
 std::string productDataFolder(const std::string& product);
 /// The presets of a product, among the user's documents.
 std::string presetFolder(const std::string& product);
+
+/// The name under which the settings of a major version of a product are kept:
+/// "Software\Morvelane\Sordelin\2.0". @param product  without its version
+std::string settingsKey(const std::string& product, int majorVersion);
+/// The same for the settings of all products of the maker.
+std::string settingsKey();
+/// The file behind such a name, as "Morvelane/Sordelin/2.0.toml" in the folder of settings.
+std::string settingsPath(const std::string& key);

@@ -2,6 +2,7 @@
 
 #include "host/ClapModuleDescriptors.h"
 #include "host/ClapPluginAdapter.h"
+#include "host/ClapPresetDiscovery.h"
 
 #include <dlfcn.h>
 
@@ -68,9 +69,34 @@ const clap_plugin_t* CLAP_ABI createPlugin(const clap_plugin_factory_t*, const c
 
 constexpr clap_plugin_factory_t pluginFactory{pluginCount, pluginDescriptor, createPlugin};
 
+uint32_t CLAP_ABI providerCount(const clap_preset_discovery_factory_t*) { return 1; }
+
+const clap_preset_discovery_provider_descriptor_t* CLAP_ABI
+providerDescriptor(const clap_preset_discovery_factory_t*, uint32_t index)
+{
+    return index == 0 && descriptors ? &descriptors->presetProvider() : nullptr;
+}
+
+/// There is one provider, whatever it is called.
+const clap_preset_discovery_provider_t* CLAP_ABI createProvider(
+    const clap_preset_discovery_factory_t*, const clap_preset_discovery_indexer_t* indexer, const char*)
+{
+    if (!descriptors || !indexer)
+        return nullptr;
+    return ClapPresetDiscovery::create(*indexer, descriptors->presetProvider(), descriptors->plugin().id);
+}
+
+constexpr clap_preset_discovery_factory_t discoveryFactory{providerCount, providerDescriptor, createProvider};
+
 const void* CLAP_ABI getFactory(const char* id)
 {
-    return id && std::strcmp(id, CLAP_PLUGIN_FACTORY_ID) == 0 ? &pluginFactory : nullptr;
+    const auto isId = [id](const char* known) { return id && std::strcmp(id, known) == 0; };
+    if (isId(CLAP_PLUGIN_FACTORY_ID))
+        return &pluginFactory;
+    // Hosts of the time when it was a draft ask by the older id.
+    if (isId(CLAP_PRESET_DISCOVERY_FACTORY_ID) || isId(CLAP_PRESET_DISCOVERY_FACTORY_ID_COMPAT))
+        return &discoveryFactory;
+    return nullptr;
 }
 
 }  // namespace

@@ -65,8 +65,10 @@ ClapModuleDescriptors::ClapModuleDescriptors()
     pluginName = info.versionedName;
     versionText = version.toText();
     // Stored projects find the plug-in by this id: it never changes.
-    pluginId = owner + (info.hasFlag(GenericPluginInfo::IdIsProviderId) ? "preset-discovery." : "") +
-               info.name + "." + majorText;
+    providerId = owner + "preset-discovery." + info.name + "." + majorText;
+    pluginId =
+        info.hasFlag(GenericPluginInfo::IdIsProviderId) ? providerId : owner + info.name + "." + majorText;
+    providerName = pluginName + " Preset Indexer";
     manualUrl = std::string(website) + "/help/" + lowerCase(pluginName);
     supportUrl = std::string(website) + "/support/";
     features = featuresOf(info);
@@ -82,4 +84,9 @@ ClapModuleDescriptors::ClapModuleDescriptors()
     descriptor.version = versionText.c_str();
     descriptor.description = nullptr;
     descriptor.features = features.data();
+
+    providerDescriptor.clap_version = descriptor.clap_version;
+    providerDescriptor.id = providerId.c_str();
+    providerDescriptor.name = providerName.c_str();
+    providerDescriptor.vendor = vendor;
 }

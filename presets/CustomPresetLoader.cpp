@@ -22,7 +22,7 @@ CustomPresetLoader::CustomPresetLoader(const PresetParameterCollection& storedPa
 
 void CustomPresetLoader::keepValueMap()
 {
-    mapCurrentVersion(currentVersion);
+    mapCurrentVersion();
     isMapKept = true;
 }
 
@@ -40,22 +40,22 @@ bool CustomPresetLoader::acceptsVersion(int presetVersion)
         return alias.signature == signatureRead();
     });
     if (isAlias || currentVersion == -1)
-        return isMapKept || mapCurrentVersion(presetVersion);
+        return isMapKept || mapCurrentVersion();
     if (isMapKept)
         return presetVersion == currentVersion;
     if (presetVersion == mappedVersion)
         return true;
     if (presetVersion < 1 || presetVersion > currentVersion)
         return false;
-    return presetVersion == currentVersion ? mapCurrentVersion(presetVersion)
-                                           : mapOlderVersion(presetVersion);
+    return presetVersion == currentVersion ? mapCurrentVersion() : mapOlderVersion(presetVersion);
 }
 
-bool CustomPresetLoader::mapCurrentVersion(int presetVersion)
+/// Always true.
+bool CustomPresetLoader::mapCurrentVersion()
 {
-    if (presetVersion == mappedVersion && !valueMap.empty())
+    if (mappedVersion == currentVersion && !valueMap.empty())
         return true;
-    beginValueMap(presetVersion);
+    beginValueMap(currentVersion);
     mapAllParameters();
     return true;
 }
@@ -123,7 +123,7 @@ void CustomPresetLoader::beginLoad(int presetVersion)
 {
     // Where one version is required, nobody has asked for its map yet.
     if (presetVersion != mappedVersion && !acceptsVersion(presetVersion))
-        mapCurrentVersion(presetVersion);
+        mapCurrentVersion();
     for (const int index : missing)
         stored.at(index).setValue(stored.at(index).defaultValue(), announceChange);
 }

@@ -54,7 +54,7 @@ protected:
     const PresetParameterCollection& stored;
 
 private:
-    bool mapCurrentVersion(int presetVersion);
+    bool mapCurrentVersion();
     bool mapOlderVersion(int presetVersion);
     bool readMap(std::istream& stream);
 

@@ -35,21 +35,24 @@ std::string PresetParameterCollection::keyOf(const AbstractPluginParameter& para
     if (key.starts_with(prefix))
         return std::string(withoutBlank(key.substr(prefix.size())));
     if (key.starts_with(countPrefix) && key.substr(countPrefix.size()).starts_with(prefix))
-        return std::string(countPrefix).append(key.substr(countPrefix.size() + prefix.size()));
+        return std::string(countPrefix).append(withoutBlank(key.substr(countPrefix.size() + prefix.size())));
     return std::string(key);
 }
 
 std::string PresetParameterCollection::fullKey(std::string_view key, std::string_view prefix) const
 {
-    const std::string plain = std::string(prefix).append(key);
-    const std::string withBlank = std::string(prefix).append(" ").append(key);
-    for (const std::string& candidate : {plain, withBlank})
+    std::string front(prefix);
+    if (!prefix.empty() && key.starts_with(countPrefix) && findKey(front + std::string(key)) < 0) {
+        front.insert(0, countPrefix);
+        key.remove_prefix(countPrefix.size());
+    }
+    for (const char* blank : {"", " "}) {
+        std::string candidate = front;
+        candidate.append(blank).append(key);
         if (findKey(candidate) >= 0)
             return candidate;
-    if (prefix.empty() || !key.starts_with(countPrefix))
-        return {};
-    std::string counted = std::string(countPrefix).append(prefix).append(key.substr(countPrefix.size()));
-    return findKey(counted) >= 0 ? counted : std::string();
+    }
+    return {};
 }
 
 std::string PresetParameterCollection::commonPrefix() const

@@ -1,54 +1,30 @@
 #include "product/SordelinPlugin.h"
 
+#include "core/PresetFolderSetting.h"
 #include "foundation/BinaryDataReader.h"
 #include "presets/PresetFile.h"
+#include "product/SordelinComponentPresets.h"
 #include "product/SordelinInfo.h"
 #include "product/SordelinPresetLoader.h"
-
-namespace {
-
-/// A group of section presets with one section for each set of the list. The number of active sets isn't part
-/// of it.
-void addGroup(ComponentPresets& presets, const std::string& signature, const char* extension,
-              const char* folder, const AbstractParameterSetArray& sets)
-{
-    const int group = presets.addGroup(extension, folder);
-    for (int i = 0; i < sets.count(); ++i) {
-        PresetParameterCollection& section = presets.addSection(group, signature);
-        for (int k = 0; k < sets.setAt(i).parameterCount(); ++k)
-            section.add(sets.setAt(i).parameterAt(k));
-    }
-}
-
-}  // namespace
 
 SordelinPlugin::SordelinPlugin() : SordelinParameters(static_cast<GenericPluginBase&>(*this), *this)
 {
     static_cast<GenericPluginInfo&>(*this) = sordelinInfo();
     initialise();
     midiStateParameter = &receiveMidi;
+    addSordelinComponentPresets(componentPresets, *this, code);
     joinProcess();
-    makeComponentPresets();
+    const std::optional<PresetInfo> preset = findPreset(defaultPresetName());
+    loadDefaultPreset(preset ? &*preset : nullptr);
 }
 
-/// The order of groups and parameters never changes: files go by it. "Delay Freeze" is none of the delays'
-/// settings, as no preset stops a frozen delay.
-void SordelinPlugin::makeComponentPresets()
+void SordelinPlugin::initialiseProcessWideData()
 {
-    PresetParameterCollection& delaySection =
-        componentPresets.addSection(componentPresets.addGroup(".delays", "Delays"), code);
-    delays.addAllParameters(delaySection);
-    delaySection.add(feedbackLink);
-    delaySection.add(delayLink);
-    delaySection.add(delayReadStyle);
-    PresetParameterCollection& filterSection =
-        componentPresets.addSection(componentPresets.addGroup(".filters", "Filters"), code);
-    filters.addAllParameters(filterSection);
-    filterSection.add(filterRouting);
-    addGroup(componentPresets, code, ".xlfo", "XLFO", xlfos);
-    addGroup(componentPresets, code, ".eg", "EG", envelopeGenerators);
-    addGroup(componentPresets, code, ".ef", "EF", envelopeFollowers);
-    addGroup(componentPresets, code, ".midi", "MIDI", midiSources);
+    GenericPlugin::initialiseProcessWideData();
+    // The presets of the major version before this one.
+    const std::string before = presetFolderSetting(GenericPluginInfo::name, 1, {});
+    if (!before.empty())
+        presetManager().addExtraFolder(before, "V1 Preset Folder");
 }
 
 std::unique_ptr<CustomPresetLoader> SordelinPlugin::createPresetLoader()

@@ -2,6 +2,7 @@
 
 #include "core/GenericPlugin.h"
 #include "modulation/ModulationMatrixOwner.h"
+#include "product/SordelinInfo.h"
 #include "product/SordelinModulationIds.h"
 #include "product/SordelinParameters.h"
 
@@ -24,6 +25,9 @@ public:
     }
 
 protected:
+    VersionInfo version() const override { return sordelinVersion(); }
+    /// Also takes the presets of the major version before this one.
+    void initialiseProcessWideData() override;
     std::unique_ptr<CustomPresetLoader> createPresetLoader() override;
     /// Reads presets of every version. "Delay Freeze" stays as it is, so that no preset stops a frozen delay,
     /// and so does "Dry Enabled", which belongs to the place in the song rather than to the sound; the
@@ -31,7 +35,5 @@ protected:
     void loadPresetFile(ErrorResult& result, const PresetInfo& preset) override;
 
 private:
-    void makeComponentPresets();
-
     std::array<float, SordelinTargets::count + SordelinSources::count> displayValues{};  // targets first
 };

@@ -75,3 +75,22 @@ TEST(UserFolders, FindDocumentsWhereTheDesktopListsThem)
     const TemporaryHome home;
     EXPECT_EQ(presetFolder("Sordelin 2"), (home.folder / "Documents/Morvelane/Presets/Sordelin 2/").string());
 }
+
+TEST(UserFolders, KeepSettingsInAFileForEachKey)
+{
+    const TemporaryHome home;
+    struct Row {
+        std::string key;
+        const char* expectedKey;
+        const char* file;
+    };
+    for (const auto& [key, expectedKey, file] :
+         {Row{settingsKey("Sordelin", 2), "Software\\Morvelane\\Sordelin\\2.0",
+              "Morvelane/Sordelin/2.0.toml"},
+          Row{settingsKey("Sordelin", 1), "Software\\Morvelane\\Sordelin\\1.0",
+              "Morvelane/Sordelin/1.0.toml"},
+          Row{settingsKey(), "Software\\Morvelane", "Morvelane.toml"}}) {
+        EXPECT_EQ(key, expectedKey);
+        EXPECT_EQ(settingsPath(key), (home.folder / "config").append(file).string());
+    }
+}
