@@ -51,7 +51,7 @@ Values readValues(const ClapModule& module, const AuditionOptions& options,
     for (const FactorySource& source : sources) {
         values.push_back(base);
         try {
-            applySource(values.back(), instance.parameters(), source, options.section);
+            applySource(values.back(), instance.parameters(), source);
         } catch (const RenderError& error) {
             errors.append(errors.empty() ? "" : "\n").append(error.what());
         }

@@ -12,10 +12,9 @@ const char* const description =
     "Hears factory presets on drums, voice, plucked strings and a pad, prints what each does to them, and\n"
     "flags those that are silent, clip, run away, or sound like another. Fails if any is flagged.\n";
 
-const char* const examples =
-    "\nExamples:\n"
-    "  sordelin-audition resources/factory/presets --sheet presets.png\n"
-    "  sordelin-audition resources/factory/sections/XLFO --section \"XLFO 1\" --stage stage.txt";
+const char* const examples = "\nExamples:\n"
+                             "  sordelin-audition resources/factory/FactoryPresets --sheet presets.png\n"
+                             "  sordelin-audition my-xlfos --stage sweep.mvp";
 
 /// Numbers as they were typed: CLI11 would read them by the locale.
 struct TypedNumbers {
@@ -45,8 +44,6 @@ void declare(CLI::App& app, AuditionOptions& options, TypedNumbers& numbers)
                    "A preset (\"Folder/Name\") whose faults are known; repeatable")
         ->type_name("NAME")
         ->allow_extra_args(false);
-    app.add_option("--section", options.section, "The section that the presets are for, such as \"XLFO 1\"")
-        ->type_name("NAME");
     app.add_option("--stage", options.stage, "Whole preset on which section presets are heard")
         ->type_name("FILE");
     app.add_option("--sheet", options.sheet, "PNG file for a contact sheet")->type_name("FILE");

@@ -13,7 +13,6 @@ struct AuditionOptions {
     std::filesystem::path samples = "/usr/share/sonic-pi/samples";
     std::filesystem::path sheet;
     std::filesystem::path stage;        // a preset on which section presets are heard
-    std::string section;                // that section presets are for, such as "XLFO 1"
     std::vector<std::string> only;      // parts of labels; empty for all
     std::vector<std::string> forgiven;  // labels whose faults don't count
     int columns = 6;

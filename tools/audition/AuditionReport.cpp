@@ -20,7 +20,10 @@ std::string leftCell(std::string text, std::size_t width)
     return text;
 }
 
-std::string tailText(const Tail& tail) { return std::string(tail.longer ? ">" : "").append(fixedText(tail.seconds, 1)); }
+std::string tailText(const Tail& tail)
+{
+    return std::string(tail.longer ? ">" : "").append(fixedText(tail.seconds, 1));
+}
 
 struct Row {
     double levelDb, wetDb, peak, centroidHz, widthDb, movementDb;

@@ -7,13 +7,39 @@
 #include "render/RenderError.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <fstream>
 #include <set>
+#include <tuple>
 
 namespace {
 
-constexpr const char* sourceExtension = ".txt";
+struct Kind {
+    std::string_view extension;
+    const char* section;  // on which presets of this kind are heard
+};
+constexpr std::string_view wholeExtension = ".mvp";
+constexpr std::array kinds{Kind{wholeExtension, ""},      Kind{".delays", ""}, Kind{".filters", ""},
+                           Kind{".xlfo", "XLFO 1"},       Kind{".eg", "EG 1"}, Kind{".ef", "EF 1"},
+                           Kind{".midi", "MIDI Source 1"}};
+
+const Kind* kindOf(const std::filesystem::path& file)
+{
+    const auto found = std::ranges::find(kinds, file.extension().string(), &Kind::extension);
+    return found == kinds.end() ? nullptr : &*found;
+}
+
 constexpr std::string_view signature = "MStd";
+
+/// The number in front of a folder's name, by which folders are shown in order: 2 of "_2 General".
+int folderNumber(std::string_view folder)
+{
+    int number = 0;
+    if (folder.starts_with('_'))
+        std::from_chars(folder.data() + 1, folder.data() + folder.size(), number);
+    return number;
+}
 
 /// One file on its way into a FactorySource.
 class SourceReader {
@@ -30,7 +56,7 @@ public:
         }
         if (reader.hasSyntaxError())
             fail("this is neither a section, nor \"key=value\", nor a comment");
-        if (source.description.empty())
+        if (source.description.empty() && source.file.extension() == wholeExtension)
             fail("the preset has no description");
     }
 
@@ -89,6 +115,8 @@ FactorySource readFactorySource(const std::filesystem::path& file, const std::st
     source.file = file;
     source.name = file.stem().string();
     source.folder = folder;
+    if (const Kind* kind = kindOf(file))
+        source.section = kind->section;
     std::ifstream text(file);
     if (!text)
         throw RenderError("can't read " + inQuotes(file.string()));
@@ -102,14 +130,15 @@ std::vector<FactorySource> readFactorySources(const std::filesystem::path& root)
     if (!std::filesystem::is_directory(root))
         throw RenderError(inQuotes(root.string()) + " is no folder");
     for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
-        if (!entry.is_regular_file() || entry.path().extension() != sourceExtension)
+        if (!entry.is_regular_file() || kindOf(entry.path()) == nullptr)
             continue;
         const std::string folder = entry.path().parent_path().lexically_relative(root).generic_string();
         sources.push_back(readFactorySource(entry.path(), folder == "." ? "" : folder));
     }
     if (sources.empty())
         throw RenderError("there are no presets in " + inQuotes(root.string()));
-    std::ranges::sort(sources, {},
-                      [](const FactorySource& source) { return std::pair(source.folder, source.name); });
+    std::ranges::sort(sources, {}, [](const FactorySource& source) {
+        return std::tuple(folderNumber(source.folder), source.folder, source.name);
+    });
     return sources;
 }

@@ -20,14 +20,16 @@ struct FactorySource {
     std::string description;
     std::vector<std::string> tags;
     std::vector<FactorySetting> settings;
+    std::string section;  // whose names are left out in a section preset, such as "XLFO 1"; mostly empty
 
     /// "Dub/Night Bus".
     std::string label() const { return folder.empty() ? name : folder + "/" + name; }
 };
 
 /// Reads one source. Throws RenderError, with file and line, for what isn't a preset's text, for a key that
-/// stands twice, and for a preset without a description.
+/// stands twice, and for a whole preset without a description.
 FactorySource readFactorySource(const std::filesystem::path& file, const std::string& folder);
 
-/// Reads all sources below `root`, by folder and name. Throws as above, and if there are none.
+/// Reads all sources below `root`, by folder and name: whole presets and those of sections, which their
+/// extensions tell apart. Throws as above, and if there are none.
 std::vector<FactorySource> readFactorySources(const std::filesystem::path& root);

@@ -1,13 +1,12 @@
 #include "audition/PresetSettings.h"
 
 #include "clap_host/NearestNames.h"
-#include "clap_host/NumberText.h"
 #include "clap_host/QuotedText.h"
+#include "pack/ShownText.h"
 #include "render/AutomationReader.h"
 #include "render/RenderError.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -30,33 +29,6 @@ constexpr std::string_view activeWords = "Num Active ";
     fail(source, setting, reason);
 }
 
-/// A number and the word behind it.
-struct Quantity {
-    std::optional<double> number;
-    std::string_view unit;
-};
-
-Quantity quantityOf(std::string_view text)
-{
-    const auto end = std::min(text.find(' '), text.size());
-    return {parseNumber(text.substr(0, end)), trimmed(text.substr(end))};
-}
-
-/// True unless the plug-in shows a value clearly other than the one that the text asks for.
-bool meansTheSame(const std::string& written, const std::string& shown)
-{
-    if (written == shown)
-        return true;
-    const Quantity asked = quantityOf(written);
-    const Quantity got = quantityOf(shown);
-    if (!asked.number || !got.number)
-        return !asked.number && !got.number ? false : written == shown;
-    // Seconds for milliseconds and the like: the plug-in's own choice of the unit isn't checked.
-    if (asked.unit != got.unit)
-        return true;
-    return std::abs(*asked.number - *got.number) <= 0.006 + 0.01 * std::abs(*asked.number);
-}
-
 double settingValue(const ClapParameters& parameters, const ClapParameter& parameter,
                     const FactorySource& source, const FactorySetting& setting)
 {
@@ -64,7 +36,7 @@ double settingValue(const ClapParameters& parameters, const ClapParameter& param
     if (!value)
         fail(source, setting, inQuotes(parameter.name) + " can't be " + inQuotes(setting.text));
     const std::string shown = parameters.toText(parameter.id, *value);
-    if (!meansTheSame(setting.text, shown))
+    if (!showsWhatWasWritten(setting.text, shown))
         fail(source, setting,
              inQuotes(parameter.name) + " shows " + inQuotes(shown) + " for " + inQuotes(setting.text));
     return *value;
@@ -72,7 +44,7 @@ double settingValue(const ClapParameters& parameters, const ClapParameter& param
 
 }  // namespace
 
-const ClapParameter* findSectionParameter(const ClapParameters& parameters, const SectionName& section,
+const ClapParameter* findSectionParameter(const ClapParameters& parameters, const std::string& section,
                                           const std::string& name)
 {
     const auto exact = [&](const std::string& full) -> const ClapParameter* {
@@ -97,10 +69,10 @@ std::vector<ClapEvent> defaultEvents(const ClapParameters& parameters)
 }
 
 void applySource(std::vector<ClapEvent>& events, const ClapParameters& parameters,
-                 const FactorySource& source, const SectionName& section)
+                 const FactorySource& source)
 {
     for (const FactorySetting& setting : source.settings) {
-        const ClapParameter* parameter = findSectionParameter(parameters, section, setting.name);
+        const ClapParameter* parameter = findSectionParameter(parameters, source.section, setting.name);
         if (parameter == nullptr)
             failUnknown(parameters, source, setting);
         const auto event = std::ranges::find(events, parameter->id,

@@ -6,10 +6,6 @@
 #include <string>
 #include <vector>
 
-/// The section that a section preset's names mean, such as "XLFO 2"; empty for whole presets, and for the
-/// groups whose names are whole.
-using SectionName = std::string;
-
 /// One event for each parameter of the plug-in, at its declared default. Thread: the instance's main thread.
 std::vector<ClapEvent> defaultEvents(const ClapParameters& parameters);
 
@@ -18,9 +14,9 @@ std::vector<ClapEvent> defaultEvents(const ClapParameters& parameters);
 /// Throws RenderError, with file and line, for an unknown name, for a text that the plug-in can't read, and
 /// for one that it reads as something else: beyond the range, or an item by another name. Thread: as above.
 void applySource(std::vector<ClapEvent>& events, const ClapParameters& parameters,
-                 const FactorySource& source, const SectionName& section = {});
+                 const FactorySource& source);
 
-/// What a section preset calls `name`: "XLFO 2 Step 1 Value" for "Step 1 Value". Null if there is no such
-/// thing.
-const ClapParameter* findSectionParameter(const ClapParameters& parameters, const SectionName& section,
+/// What a preset of `section` calls `name`: "XLFO 2 Step 1 Value" for "Step 1 Value". Null if there is no
+/// such thing.
+const ClapParameter* findSectionParameter(const ClapParameters& parameters, const std::string& section,
                                           const std::string& name);
