@@ -1,6 +1,6 @@
 #include "core/GenericPlugin.h"
 
-#include "core/PresetFolderSetting.h"
+#include "core/SharedPluginData.h"
 #include "foundation/AtomicFile.h"
 #include "foundation/BinaryDataWriter.h"
 #include "foundation/BinaryFileReader.h"
@@ -15,37 +15,91 @@
 
 namespace {
 
+constexpr int presetsPerBank = 128;
 constexpr const char* controllerMapName = "MidiControllerMap.mvm";
 
 }  // namespace
 
-GenericPlugin::~GenericPlugin()
-{
-    if (!shared)
-        return;
-    const std::lock_guard lock(SharedPluginData::lock());
-    shared->controllerMapping.mapChanged.removeHandler(
-        *NotifyEvent::handler(*this, &GenericPlugin::controllerMapWasChanged));
-    SharedPluginData::leave();
-}
+GenericPlugin::~GenericPlugin() { leaveProcess(); }
 
 void GenericPlugin::joinProcess()
 {
     const std::lock_guard lock(SharedPluginData::lock());
     bool first = false;
     shared = &SharedPluginData::join(first);
+    joinInstances(shared->instances);
     if (first)
         initialiseProcessWideData();
-    choosePresetFolder(
-        presetFolderSetting(GenericPluginInfo::name, version().major, presetFolder(versionedName)));
+    instanceSettings = createSettings();
+    readSettings();
     if (first)
         fillPresetFolders();
+    instanceSettings->loaded.assign(true);
+    sharedSettings().loaded.assign(true);
     shared->controllerMapping.mapChanged.addHandler(
         NotifyEvent::handler(*this, &GenericPlugin::controllerMapWasChanged));
     collectParameters();
 }
 
+void GenericPlugin::initialiseProcessWideData()
+{
+    shared->settings = createSharedSettings();
+    if (!loadControllerMap())
+        loadDefaultControllerMap();
+    makePresetFolders();
+}
+
+void GenericPlugin::leaveProcess()
+{
+    if (!shared)
+        return;
+    const std::lock_guard lock(SharedPluginData::lock());
+    shared->controllerMapping.mapChanged.removeHandler(
+        *NotifyEvent::handler(*this, &GenericPlugin::controllerMapWasChanged));
+    leaveInstances();
+    shared = nullptr;
+    SharedPluginData::leave();
+}
+
+std::uint32_t GenericPlugin::pluginCode() const
+{
+    std::uint32_t result = 0;
+    for (const char letter : code)
+        result = result << 8 | static_cast<unsigned char>(letter);
+    return result;
+}
+
+void GenericPlugin::instanceStateChanged()
+{
+    if (adapter)
+        adapter->stateChanged(StateChange::Other);
+}
+
+// Messages from other threads.
+
+void GenericPlugin::requestProgramChange(int bank, int program) noexcept
+{
+    if (shared->settings->takesProgramChanges())
+        messages.postPreset(bank, program);
+}
+
+void GenericPlugin::latencyMessage()
+{
+    if (adapter)
+        adapter->latencyChanged();
+}
+
+void GenericPlugin::presetMessage(int bank, int program) { selectPreset(bank * presetsPerBank + program); }
+
+void GenericPlugin::parameterMessage(int index)
+{
+    if (adapter && index < parameterCount())
+        adapter->parameterChanged(index);
+}
+
 // The controller map.
+
+ControllerMapping& GenericPlugin::controllerMapping() { return shared->controllerMapping; }
 
 void GenericPlugin::controllerMapWasChanged(void*)
 {
@@ -94,6 +148,8 @@ ErrorResult GenericPlugin::saveControllerMap()
 
 void GenericPlugin::setListener(Listener* newListener)
 {
+    if (newListener)
+        creatingThread.store(std::this_thread::get_id());
     listener.store(newListener);
     while (listenerCalls.load() != 0)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -117,8 +173,8 @@ void GenericPlugin::endParameterBatch()
     const int reset = std::exchange(pendingReset, static_cast<int>(WithoutReset));
     if (pending == BatchPending::Nothing)
         return;
-    if (pending == BatchPending::ForHost && adapter)
-        adapter->parameterChanged(reset);
+    if (pending == BatchPending::ForHost)
+        forward(reset);
     tellListener(Listener::ParameterChanged, -1);
 }
 
@@ -126,6 +182,16 @@ void GenericPlugin::requestSoftReset()
 {
     if (pendingReset != WithHardReset)
         pendingReset = WithSoftReset;
+}
+
+void GenericPlugin::forward(int index) noexcept
+{
+    if (!adapter)
+        return;
+    if (isMainThread())
+        adapter->parameterChanged(index);
+    else
+        messages.postParameterChange(index);
 }
 
 void GenericPlugin::parameterValueChanged(int index, float value, int changeFlags) noexcept
@@ -143,8 +209,8 @@ void GenericPlugin::parameterValueChanged(int index, float value, int changeFlag
         if (batchDepth.load() != 0)
             return;
     }
-    if (echo && adapter)
-        adapter->parameterChanged(index);
+    if (echo)
+        forward(index);
     tellListener(Listener::ParameterChanged, index);
 }
 
@@ -154,6 +220,7 @@ void GenericPlugin::setTrackContext(const TrackContext& context)
         return;
     track = context;
     tellListener(Listener::TrackContextChanged, 0);
+    updateAutoName();
 }
 
 // What an editor shows.

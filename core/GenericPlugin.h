@@ -1,10 +1,16 @@
 #pragma once
 
+#include "core/CompareStates.h"
 #include "core/ComponentPresets.h"
+#include "core/ControllerMapping.h"
 #include "core/GenericPluginBase.h"
+#include "core/NamedPluginInstance.h"
+#include "core/PluginMessageQueue.h"
+#include "core/PluginSettings.h"
 #include "core/PresetState.h"
-#include "core/SharedPluginData.h"
+#include "core/SharedSettings.h"
 #include "core/TrackContext.h"
+#include "core/UndoHistory.h"
 #include "core/VersionInfo.h"
 #include "foundation/ErrorResult.h"
 #include "presets/FactoryArchive.h"
@@ -19,16 +25,29 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 
 class BinaryDataReader;
 class BinaryDataWriter;
 class CustomPresetLoader;
+class SharedPluginData;
 
 /// The main-thread half of a plug-in: the parameters as the user sees them. It reaches the audio half only
 /// through its adapter.
-class GenericPlugin : public GenericPluginBase, public IPresetPlugin {
+class GenericPlugin : public GenericPluginBase,
+                      public NamedPluginInstance,
+                      public IPresetPlugin,
+                      public SnapshotOwner,
+                      private PluginMessageQueue::Receiver {
 public:
-    /// What of the state has changed, besides parameters.
+    using SettingsBase = ::SettingsBase;
+    using Settings = ::PluginSettings;
+    using SharedSettings = ::SharedSettings;
+    using SnapshotList = ::SnapshotList;
+    using UndoHistory = ::UndoHistory;
+    using CompareStates = ::CompareStates;
+
+    /// What of a project's state has changed, besides parameters.
     enum class StateChange { Preset = 0, Other = 1 };
 
     /// How this half reaches the host and the other half. Thread: main.
@@ -43,13 +62,13 @@ public:
         /// Brings a parameter's value to the other half and to the host; a negative index brings all of them,
         /// with a reset by its number.
         virtual void parameterChanged(int index) = 0;
+        /// What a project keeps has changed, other than by a parameter.
+        virtual void stateChanged(StateChange change) = 0;
         /// Brings the controller map to the other half.
         virtual void controllerMapChanged() = 0;
         /// Has the other half's display data read. @param withModulation  also asks the other half to go on
         /// gathering where modulation stands, which ends a quarter of a second after the last time
         virtual void pullDisplayData(bool withModulation) = 0;
-        /// The plug-in's state isn't what the host has saved any more.
-        virtual void stateChanged(StateChange) {}
     };
 
     /// Stands for all parameters in `Adapter::parameterChanged`.
@@ -62,8 +81,10 @@ public:
             ParameterChanged = -1025,
             PresetChanged = -1026,  // its name, its path, or whether it is modified
             ControllerMoved = -1027,
+            InterfaceStateRestored = -1028,
             ControllerMapChanged = -1029,
             LayoutChanged = -1030,
+            InstanceRenamed = -1031,
             CustomValuesChanged = -1032,
             TrackContextChanged = -1033,
         };
@@ -74,7 +95,8 @@ public:
     ~GenericPlugin() override;
 
     void setAdapter(Adapter* pluginAdapter) { adapter = pluginAdapter; }
-    /// Waits for calls to the listener before. Thread: main.
+    /// Waits for calls to the listener before. The thread that brings a listener is the main thread from here
+    /// on. Thread: main.
     void setListener(Listener* newListener);
     void tellListener(int messageCode, int argument) noexcept;
 
@@ -85,10 +107,43 @@ public:
     float sampleRate() const { return rate; }  // Hz; 44100 until the host activates
     void setSampleRate(float newRate) { rate = newRate; }
 
+    /// Messages to the main thread, for whoever delivers them there.
+    DeferredEventQueue& asyncQueue() { return messages.events(); }
+    /// True on the thread to which messages are brought. Thread: any.
+    bool isMainThread() const noexcept { return std::this_thread::get_id() == creatingThread.load(); }
+    /// A MIDI program change, which selects a preset where a user has asked for it. Thread: audio.
+    /// @param bank  0..16383  @param program  0..127
+    void requestProgramChange(int bank, int program) noexcept REALTIME;
+    /// Has the adapter hear of a new latency. Thread: any.
+    void postLatencyChange() noexcept REALTIME { messages.postLatencyChange(); }
+
+    // What the user's machine remembers, apart from presets and projects. Thread: main.
+
+    PluginSettings& settings() { return *instanceSettings; }
+    ::SharedSettings& sharedSettings();
+    /// How the interfaces of all instances are drawn. Thread: any.
+    GraphicsAccelerationMode graphicsMode() const;
+    /// The scale that a user has set; 0.0 follows the platform. Thread: any.
+    float interfaceScale() const;
+
+    /// Takes all settings out of a reader, or into a writer, with what follows from them.
+    virtual void serializeSettings(SettingSerializer& serializer);
+    void readSettings();
+    void writeSettings();
+
+    virtual VersionInfo version() const { return {}; }
+    virtual bool canResizeInterface() const { return false; }
+    virtual int interfaceLayoutCount() const { return 0; }
+    virtual int interfacePanelCount() const { return 0; }
+    virtual int interfaceMinimumHeight() const { return 0; }  // logical units, as all of these
+    virtual int interfaceMinimumWidth() const { return 0; }
+    virtual int defaultInterfaceHeight() { return 0; }
+    virtual int defaultInterfaceWidth() { return 0; }
+
     // The map of MIDI controllers, which all instances of the process share: what is learnt in one holds for
     // all. An assignment lasts when it has been saved.
 
-    ControllerMapping& controllerMapping() { return shared->controllerMapping; }
+    ControllerMapping& controllerMapping();
     /// Empties the map, or takes the one that the program carries.
     virtual void loadDefaultControllerMap();
     /// Takes the user's map. False, and the map is as it was, if there is none that can be read.
@@ -102,8 +157,6 @@ public:
     PresetParameterCollection storedParameters{*this};    // what presets hold
     PresetParameterCollection unstoredParameters{*this};  // what keeps its value when a preset is loaded
     ComponentPresets componentPresets{*this};             // presets of single sections
-    std::string instanceName;
-    bool autoName = false;  // the instance goes by the name of its track
 
     /// Takes all values at one block boundary, and leaves the delays' memory alone. On failure the name of
     /// the preset stays; parameters that were read before stay too, and the result has one of PresetLoader's
@@ -125,8 +178,14 @@ public:
     /// True if a stream from the host holds just the present state: the parameters, the names, and whether
     /// the preset is modified.
     bool presetEqualsState(std::istream& stream) const;
-    /// The part of the host's state that holds the parameters: "MVBS", version 1, their number, each value.
+    /// The part of the host's state that holds the parameters.
     void writeParameterState(BinaryDataWriter& writer) const;
+    /// All that a project keeps of the plug-in. False if the stream didn't take it.
+    bool saveState(std::ostream& stream) const;
+    /// Takes a project's state in one batch; the host knows it already. Parameters that an older project
+    /// lacks take their defaults. False for what isn't a state, or is damaged; what was read before stays.
+    /// @param stream  seekable
+    bool loadState(std::istream& stream);
 
     // The parameters that no preset holds are kept in a file of the user, where every new instance finds
     // them.
@@ -142,10 +201,21 @@ public:
     /// "Default component preset not found." if the user has made none.
     ErrorResult loadDefaultComponentPreset(int group, int sectionNumber);
     /// Creates no folders.
-    ErrorResult saveComponentPreset(const PresetInfo& preset, int version, int group,
-                                    int sectionNumber) const;
+    ErrorResult saveComponentPreset(const PresetInfo& preset, int version, int group, int sectionNumber);
     /// Makes the section's settings the default of its kind.
-    ErrorResult saveDefaultComponentPreset(int group, int sectionNumber) const;
+    ErrorResult saveDefaultComponentPreset(int group, int sectionNumber);
+
+    // SnapshotOwner. Undo and compare leave the parameters alone that no preset holds. Thread: main.
+
+    UndoHistory& undoHistory() override { return history; }
+    CompareStates& compareStates() override { return states; }
+    std::vector<float> storedValues() const override;
+    void restoreStoredValues(const std::vector<float>& values) override;
+    PresetIdentity presetIdentity() const override;
+    void restorePresetIdentity(const PresetIdentity& identity, bool pathChanged) override;
+    InterfaceState interfaceState() const override { return viewState; }
+    void restoreInterfaceState(const InterfaceState& state) override;
+    void restoreCustomValues(const CustomValues& values) override;
 
     // The trees of preset files, which all instances of the process share. A scan by one makes the entries
     // anew for all: what is kept of a preset is its name and path.
@@ -179,9 +249,6 @@ public:
     bool isPresetModified() const override { return presetState.modified.value(); }
     void takePresetName(std::string_view name, bool modified) override;
 
-    /// Counts the changes of parameters. Thread: any.
-    std::uint32_t modificationCount() const noexcept { return modifications.load(); }
-
     // What an editor shows of the other half, as it was when `pullDisplayData` was called last. Thread: main.
 
     virtual void pullDisplayData(bool withModulation);
@@ -199,10 +266,37 @@ public:
     void requestSoftReset() override;
     void requestHardReset() override { pendingReset = WithHardReset; }
 
+    // IGenericPluginInstance
+
+    const std::string& productName() const override { return versionedName; }
+    int channelLayout() const override { return layoutIndex(); }
+    std::uint32_t pluginCode() const override;
+    std::uint32_t modificationCount() const override { return modifications.load(); }
+
 protected:
     /// Takes part in what the instances of the process share. Called once, by the product's constructor, when
     /// the parameters stand and the product has its name.
     void joinProcess();
+    /// Ends that. Called by the product's destructor, while others may still ask the instance for its name.
+    void leaveProcess();
+    /// Makes what the first instance of the process makes for all.
+    virtual void initialiseProcessWideData();
+    virtual std::unique_ptr<PluginSettings> createSettings();
+    virtual std::unique_ptr<::SharedSettings> createSharedSettings();
+
+    /// Under which the product's settings are stored.
+    std::string storeKey() const;
+    InterfaceLimits interfaceLimits() const;
+
+    /// The folder of the presets that all instances use.
+    std::string presetRoot() const;
+
+    // NamedPluginInstance
+
+    const std::string& baseInstanceName() const override { return GenericPluginInfo::name; }
+    std::string trackName() const override { return track.trackName; }
+    void instanceNameChanged() override { tellListener(Listener::InstanceRenamed, 0); }
+    void instanceStateChanged() override;
 
     /// Whether presets hold a parameter. Asked once, when the parameters stand.
     virtual bool isStored(const AbstractPluginParameter&) const { return true; }
@@ -213,9 +307,7 @@ protected:
     /// The default preset is being loaded.
     bool isLoadingDefault() const noexcept { return loadingDefaultPreset; }
 
-    virtual VersionInfo version() const { return {}; }
-    /// Makes what all instances share. Called for the first one of the process, with the process lock held.
-    virtual void initialiseProcessWideData();
+    // Where the tree of preset files is known.
 
     /// The path of the preset called so; empty if there is none.
     virtual std::string findPresetPath(std::string_view name);
@@ -225,7 +317,11 @@ protected:
     virtual std::optional<PresetInfo> findComponentPreset(int group, std::string_view name);
 
 private:
+    bool readParameterState(BinaryDataReader& reader);
+    bool readStateExtension(std::istream& stream, BinaryDataReader& reader);
     void collectParameters();
+    void componentPresetWasSaved(int group);
+    void makePresetFolders();
     void fillPresetFolders();
     void markModified() noexcept;
     void tellHost(StateChange change);
@@ -233,18 +329,32 @@ private:
     std::string interfaceDefaultsPath() const;
 
     void controllerMapWasChanged(void*);
+    /// @param index  of a parameter, or a number of AllParameters
+    void forward(int index) noexcept;
+
+    // PluginMessageQueue::Receiver
+
+    void latencyMessage() override;
+    void presetMessage(int bank, int program) override;
+    void parameterMessage(int index) override;
 
     enum class BatchPending { Nothing, ForHost, NotForHost };
 
     Adapter* adapter = nullptr;
     SharedPluginData* shared = nullptr;
+    PluginMessageQueue messages{*this};
+    std::atomic<std::thread::id> creatingThread{std::this_thread::get_id()};
+    std::unique_ptr<PluginSettings> instanceSettings;
+    std::atomic<std::uint32_t> modifications{0};
     std::atomic<Listener*> listener{nullptr};
     std::atomic<int> listenerCalls{0};  // in flight
     std::atomic<int> batchDepth{0};
     std::atomic<BatchPending> batchPending{BatchPending::Nothing};
     int pendingReset = WithoutReset;  // goes out with the batch
-    std::atomic<std::uint32_t> modifications{0};
     CustomValues valuesByKey;
+    InterfaceState viewState;
+    UndoHistory history{*this};
+    CompareStates states{*this};
     bool loadingDefaultPreset = false;
     float rate = 44100.0f;
     TrackContext track;

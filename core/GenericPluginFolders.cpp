@@ -1,6 +1,7 @@
 // What GenericPlugin does with the trees of preset files.
 
 #include "core/GenericPlugin.h"
+#include "core/SharedPluginData.h"
 #include "foundation/Paths.h"
 #include "foundation/Resources.h"
 #include "foundation/UserFolders.h"
@@ -12,10 +13,8 @@ constexpr const char* cacheName = "PresetCache.dat";
 
 }  // namespace
 
-void GenericPlugin::initialiseProcessWideData()
+void GenericPlugin::makePresetFolders()
 {
-    if (!loadControllerMap())
-        loadDefaultControllerMap();
     const std::string dataFolder = productDataFolder(versionedName);
     if (hasFlag(HasPresetCache) && createFolders(dataFolder))
         shared->presetCache = std::make_unique<PresetCache>(dataFolder + cacheName);
@@ -68,10 +67,10 @@ void GenericPlugin::selectPreset(int number)
     std::optional<PresetInfo> preset;
     {
         const std::lock_guard lock(SharedPluginData::lock());
-        std::vector<PresetInfo*> list;
-        presetManager().listPresets(list);
-        if (number >= 0 && static_cast<std::size_t>(number) < list.size())
-            preset = *list[static_cast<std::size_t>(number)];
+        std::vector<PresetInfo*> presets;
+        presetManager().listPresets(presets);
+        if (number >= 0 && static_cast<std::size_t>(number) < presets.size())
+            preset = *presets[static_cast<std::size_t>(number)];
     }
     if (preset)
         loadPreset(*preset);
@@ -94,6 +93,13 @@ void GenericPlugin::presetWasSaved(const PresetInfo&)
 {
     const std::lock_guard lock(SharedPluginData::lock());
     PresetManager& manager = presetManager();
+    manager.rescan(manager.path());
+}
+
+void GenericPlugin::componentPresetWasSaved(int group)
+{
+    const std::lock_guard lock(SharedPluginData::lock());
+    PresetManager& manager = presetManager(group);
     manager.rescan(manager.path());
 }
 

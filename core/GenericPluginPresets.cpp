@@ -21,9 +21,6 @@ constexpr const char* componentFolder = "Component Presets";
 constexpr const char* noFolder = "There is no folder to keep settings in";
 constexpr const char* noComponentDefault = "Default component preset not found.";
 
-constexpr std::string_view stateMagic = "MVBS";
-constexpr int stateVersion = 1;
-
 /// Whether the next bytes of the stream are these.
 bool continuesWith(std::istream& stream, std::string_view bytes)
 {
@@ -157,14 +154,6 @@ void GenericPlugin::takePresetName(std::string_view newName, bool modified)
 
 // The host's state.
 
-void GenericPlugin::writeParameterState(BinaryDataWriter& writer) const
-{
-    writer.writeMagic(stateMagic, stateVersion);
-    writer.writeInt(parameterCount());
-    for (int i = 0; i < parameterCount(); ++i)
-        writer.writeFloat(parameter(i).currentValue());
-}
-
 bool GenericPlugin::presetEqualsState(std::istream& stream) const
 {
     std::ostringstream present;
@@ -179,8 +168,8 @@ bool GenericPlugin::presetEqualsState(std::istream& stream) const
     const bool wasAutoName = reader.readInt() != 0;
     std::string instance;
     reader.readString(instance);
-    if (!reader.good() || name != presetState.name.value() || wasAutoName != autoName ||
-        (!autoName && instance != instanceName))
+    if (!reader.good() || name != presetState.name.value() || wasAutoName != hasAutoName() ||
+        (!hasAutoName() && instance != instanceName()))
         return false;
     if (reader.version() < 2)
         return true;
@@ -259,12 +248,14 @@ ErrorResult GenericPlugin::loadDefaultComponentPreset(int group, int sectionNumb
 }
 
 ErrorResult GenericPlugin::saveComponentPreset(const PresetInfo& preset, int version, int group,
-                                               int sectionNumber) const
+                                               int sectionNumber)
 {
-    return componentPresets.save(preset, version, group, sectionNumber);
+    ErrorResult result = componentPresets.save(preset, version, group, sectionNumber);
+    componentPresetWasSaved(group);
+    return result;
 }
 
-ErrorResult GenericPlugin::saveDefaultComponentPreset(int group, int sectionNumber) const
+ErrorResult GenericPlugin::saveDefaultComponentPreset(int group, int sectionNumber)
 {
     const std::string folder = componentPresetFolder(group);
     if (folder.empty()) {

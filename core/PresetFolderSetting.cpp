@@ -1,12 +1,9 @@
 #include "core/PresetFolderSetting.h"
 
-#include "foundation/SettingsFile.h"
+#include "core/SettingsReader.h"
 #include "foundation/UserFolders.h"
 
 std::string presetFolderSetting(const std::string& product, int majorVersion, const std::string& fallback)
 {
-    const SettingValues settings = SettingsFile(settingsPath(settingsKey(product, majorVersion))).read();
-    const auto found = settings.find("PresetFolder");
-    const auto* text = found == settings.end() ? nullptr : std::get_if<std::string>(&found->second);
-    return text ? *text : fallback;
+    return SettingsReader(settingsKey(product, majorVersion)).stringValue("PresetFolder", {}, fallback);
 }

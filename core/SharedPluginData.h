@@ -1,6 +1,9 @@
 #pragma once
 
 #include "core/ControllerMapping.h"
+#include "core/GenericPluginInstanceList.h"
+#include "core/InterfaceDrawing.h"
+#include "core/SharedSettings.h"
 #include "presets/PresetCache.h"
 #include "presets/PresetManager.h"
 
@@ -20,6 +23,9 @@ public:
     static void leave();
 
     ControllerMapping controllerMapping;
+    GenericPluginInstanceList instances;
+    std::unique_ptr<SharedSettings> settings;
+    InterfaceDrawing drawing;
     std::unique_ptr<PresetCache> presetCache;  // only for a product that wants one; outlives the managers
     std::unique_ptr<PresetManager> presetManager;
     std::vector<std::unique_ptr<PresetManager>> componentManagers;  // one for each group of section presets

@@ -5,11 +5,17 @@
 #include "foundation/Tolerance.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
 constexpr const char* fileMagic = "MVil";
 constexpr float lowestDrive = 0.1f;
+// Far beyond what a voice asks for. What lies outside is damage.
+constexpr float leastAsymmetry = 1e-3f;
+constexpr float mostAsymmetry = 1e3f;
+constexpr float farthestFrequency = 100.0f;  // log2 of Hz
+constexpr float largestSetting = 1e4f;
 
 /// `x` within the table. Also a number that is none becomes a place in it.
 float placeWithin(float x) noexcept
@@ -35,7 +41,9 @@ bool DesignFilterStyle::read(BinaryDataReader& reader)
     const float asymmetry = reader.readFloat();
     const float lowest = reader.readFloat();
     const float highest = reader.readFloat();
-    if (!reader.good() || !(asymmetry > 0.0f) || !(lowest < highest))
+    if (!reader.good() || !(asymmetry >= leastAsymmetry && asymmetry <= mostAsymmetry) ||
+        !(lowest < highest && std::fabs(lowest) <= farthestFrequency &&
+          std::fabs(highest) <= farthestFrequency))
         return false;
     setAsymmetry(asymmetry);
     setFrequencies(lowest, highest);
@@ -44,7 +52,7 @@ bool DesignFilterStyle::read(BinaryDataReader& reader)
         if (reader.readInt() != tableSize)
             return false;
         next.readValues(reader);
-        if (!reader.good())
+        if (!reader.good() || !(next.largest() <= largestSetting))
             return false;
         *table = next;
     }

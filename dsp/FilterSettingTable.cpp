@@ -3,6 +3,7 @@
 #include "foundation/BinaryDataReader.h"
 
 #include <algorithm>
+#include <cmath>
 
 FilterSettingTable::FilterSettingTable(int rowsAndColumns)
     : count(rowsAndColumns),
@@ -23,6 +24,17 @@ void FilterSettingTable::readValues(BinaryDataReader& reader)
             values[place(row, column)] = reader.readFloat();
         updateSlopes(row);
     }
+}
+
+float FilterSettingTable::largest() const noexcept
+{
+    float found = 0.0f;
+    for (const float value : values) {
+        if (std::isnan(value))
+            return value;
+        found = std::max(found, std::fabs(value));
+    }
+    return found;
 }
 
 float FilterSettingTable::lookup(float column, float row) const noexcept

@@ -26,6 +26,8 @@ public:
 
     /// Reads `size() * size()` floats, row by row. What isn't there is 0. Thread: main.
     void readValues(BinaryDataReader& reader);
+    /// The largest magnitude; no number if one of the values is none.
+    float largest() const noexcept;
 
     /// @param column  in columns, 0..size - 1
     /// @param row     in rows, 0..size - 1

@@ -28,13 +28,11 @@ void DeferredEventQueue::deliver()
     if (delivering)
         return;
     delivering = true;
-    // Lowered first: a post that comes too late for the loop below asks anew.
+    // Lowered first: what is posted from here on, and so may come too late for the loop below, asks anew.
     awaited.exchange(false);
-    int left = capacity;
-    for (Message message{}; left > 0 && messages.pop(message); --left)
+    Message message{};
+    for (int left = capacity; left > 0 && messages.pop(message); --left)
         received.fire(&message);
     delivered.fire();
     delivering = false;
-    if (left == 0)
-        wake();  // there may be more
 }

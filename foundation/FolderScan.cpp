@@ -130,7 +130,8 @@ private:
         if (std::any_of(job->blocked.begin(), job->blocked.end(), isWithin))
             return false;
         const std::lock_guard guard(job->lock);
-        if (job->abandoned || Clock::now() >= job->lastEntering)
+        // The root itself is read however late the thread got its turn.
+        if (job->abandoned || (path != job->path && Clock::now() >= job->lastEntering))
             return false;
         job->currentPath = path;
         return true;

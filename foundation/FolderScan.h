@@ -37,7 +37,7 @@ public:
     /// True if the folder was there, and said so in time.
     bool exists(const std::string& path, Milliseconds budget);
 
-    static constexpr Milliseconds overtime{100};
+    static constexpr Milliseconds overtime{250};
 
 private:
     struct Job;

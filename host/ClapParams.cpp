@@ -5,7 +5,10 @@
 #include <algorithm>
 
 const clap_plugin_params_t ClapPluginAdapter::paramsTable{
-    .count = [](const clap_plugin_t* p) { return static_cast<uint32_t>(of(p).plugin->parameterCount()); },
+    .count =
+        [](const clap_plugin_t* p) {
+            return static_cast<uint32_t>(onMainThread(p).plugin->parameterCount());
+        },
     .get_info = [](const clap_plugin_t* p, uint32_t index, clap_param_info_t* info) -> bool {
         const AbstractPluginParameter* parameter = of(p).parameterOf(index);
         if (!parameter || !info)
@@ -23,7 +26,7 @@ const clap_plugin_params_t ClapPluginAdapter::paramsTable{
         return true;
     },
     .get_value = [](const clap_plugin_t* p, clap_id id, double* value) -> bool {
-        const AbstractPluginParameter* parameter = of(p).parameterOf(id);
+        const AbstractPluginParameter* parameter = onMainThread(p).parameterOf(id);
         if (!parameter || !value)
             return false;
         *value = static_cast<double>(parameter->currentValue());
@@ -60,6 +63,8 @@ AbstractPluginParameter* ClapPluginAdapter::parameterOf(clap_id id) const noexce
 
 void ClapPluginAdapter::flush(const clap_input_events_t* in, const clap_output_events_t* out) noexcept
 {
+    if (!active)
+        deliverPending();
     ClapEventScan(in, *this).applyAll();
     // At rest nobody drains the queue, and it would overflow in a host that flushes much.
     if (!active)

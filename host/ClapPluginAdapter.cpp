@@ -26,9 +26,9 @@ ClapPluginAdapter::ClapPluginAdapter(const clap_host_t& clapHost, const clap_plu
     clapPlugin.init = [](const clap_plugin_t* p) { return of(p).init(); };
     clapPlugin.destroy = [](const clap_plugin_t* p) { delete &of(p); };
     clapPlugin.activate = [](const clap_plugin_t* p, double rate, uint32_t, uint32_t) {
-        return of(p).activate(rate);
+        return onMainThread(p).activate(rate);
     };
-    clapPlugin.deactivate = [](const clap_plugin_t* p) { of(p).deactivate(); };
+    clapPlugin.deactivate = [](const clap_plugin_t* p) { onMainThread(p).deactivate(); };
     clapPlugin.start_processing = [](const clap_plugin_t* p) {
         of(p).reset();
         return true;
@@ -39,7 +39,7 @@ ClapPluginAdapter::ClapPluginAdapter(const clap_host_t& clapHost, const clap_plu
         return of(p).process(*block);
     };
     clapPlugin.get_extension = [](const clap_plugin_t*, const char* id) { return extension(id); };
-    clapPlugin.on_main_thread = [](const clap_plugin_t*) {};
+    clapPlugin.on_main_thread = [](const clap_plugin_t* p) { of(p).plugin->asyncQueue().deliver(); };
 }
 
 std::unique_ptr<GenericPlugin> ClapPluginAdapter::createPlugin()
@@ -56,12 +56,15 @@ bool ClapPluginAdapter::init()
 {
     createHalves();
     buildAudioPorts();
-    hostExtensions.params =
-        static_cast<const clap_host_params_t*>(host.get_extension(&host, CLAP_EXT_PARAMS));
-    hostExtensions.latency =
-        static_cast<const clap_host_latency_t*>(host.get_extension(&host, CLAP_EXT_LATENCY));
-    hostExtensions.trackInfo =
-        static_cast<const clap_host_track_info_t*>(host.get_extension(&host, CLAP_EXT_TRACK_INFO));
+    const auto fetch = [this](const char* id, auto& table) {
+        table = static_cast<std::remove_reference_t<decltype(table)>>(host.get_extension(&host, id));
+    };
+    fetch(CLAP_EXT_PARAMS, hostExtensions.params);
+    fetch(CLAP_EXT_LATENCY, hostExtensions.latency);
+    fetch(CLAP_EXT_TRACK_INFO, hostExtensions.trackInfo);
+    fetch(CLAP_EXT_STATE, hostExtensions.state);
+    fetch(CLAP_EXT_PRESET_LOAD, hostExtensions.presetLoad);
+    delivery = std::make_unique<MainThreadDelivery>(host, plugin->asyncQueue());
     return true;
 }
 
@@ -95,9 +98,14 @@ const void* ClapPluginAdapter::extension(const char* id)
         Entry{CLAP_EXT_PARAMS, &paramsTable},
         Entry{CLAP_EXT_LATENCY, &latencyTable},
         Entry{CLAP_EXT_TAIL, &tailTable},
+        Entry{CLAP_EXT_STATE, &stateTable},
+        Entry{CLAP_EXT_PRESET_LOAD, &presetLoadTable},
+        Entry{CLAP_EXT_PRESET_LOAD_COMPAT, &presetLoadTable},
         Entry{CLAP_EXT_TRACK_INFO, &trackInfoTable},
         Entry{CLAP_EXT_TRACK_INFO_COMPAT, &trackInfoTable},
         Entry{CLAP_EXT_PROJECT_LOCATION, &projectLocationTable},
+        Entry{CLAP_EXT_TIMER_SUPPORT, &timerTable},
+        Entry{CLAP_EXT_POSIX_FD_SUPPORT, &descriptorTable},
     };
     for (const Entry& entry : entries) {
         if (id && std::strcmp(id, entry.id) == 0)

@@ -3,9 +3,11 @@
 #include "abi/Clap.h"
 #include "foundation/LockFreeQueue.h"
 #include "host/ClapEventScan.h"
+#include "host/MainThreadDelivery.h"
 #include "host/UnifiedPluginAdapter.h"
 
 #include <atomic>
+#include <memory>
 #include <vector>
 
 /// The one object that a CLAP host sees of an instance.
@@ -31,6 +33,8 @@ private:
         const clap_host_params_t* params = nullptr;
         const clap_host_latency_t* latency = nullptr;
         const clap_host_track_info_t* trackInfo = nullptr;
+        const clap_host_state_t* state = nullptr;
+        const clap_host_preset_load_t* presetLoad = nullptr;
     };
     /// Who has told of the track so far.
     enum class TrackInfo { Unknown, FromProject, FromTrack };
@@ -50,6 +54,13 @@ private:
         return *static_cast<ClapPluginAdapter*>(plugin->plugin_data);
     }
 
+    /// The same for calls on the main thread, where what waits for that thread comes first.
+    static ClapPluginAdapter& onMainThread(const clap_plugin_t* plugin)
+    {
+        of(plugin).deliverPending();
+        return of(plugin);
+    }
+
     // The instance's life. Thread: main, but for the marked ones.
     bool init();
     bool activate(double sampleRate);
@@ -57,6 +68,8 @@ private:
     void reset() noexcept REALTIME { processor->reset(); }                       // audio
     clap_process_status process(const clap_process_t& block) noexcept REALTIME;  // audio
     static const void* extension(const char* id);
+    /// Does what other threads have asked of the main thread, if this is it.
+    void deliverPending();
 
     // Steps of `process`.
     void gatherChannels(const clap_process_t& block, Channels& channels) noexcept REALTIME;
@@ -70,6 +83,11 @@ private:
     int inputChannelCount() const noexcept REALTIME { return inputPortCount * plugin->channelCount(); }
     /// The ports as they are in a channel layout. False if there is no such port.
     bool portInfo(int layout, std::uint32_t index, bool isInput, clap_audio_port_info_t* info) const;
+
+    // State and presets.
+    bool saveState(const clap_ostream_t* stream);
+    bool loadState(const clap_istream_t* stream);
+    bool loadPreset(std::uint32_t kind, const char* location);
 
     // The track.
     void trackInfoChanged();
@@ -92,6 +110,7 @@ private:
     void beginParameterGesture(int index) override;
     void endParameterGesture(int index) override;
     void latencyChanged() override;
+    void stateChanged(GenericPlugin::StateChange change) override;
     void parameterChanged(int index) override;
 
     static const clap_plugin_audio_ports_t audioPortsTable;
@@ -101,13 +120,18 @@ private:
     static const clap_plugin_latency_t latencyTable;
     static const clap_plugin_tail_t tailTable;
     static const clap_plugin_audio_ports_config_info_t audioPortsConfigInfoTable;
+    static const clap_plugin_state_t stateTable;
+    static const clap_plugin_preset_load_t presetLoadTable;
     static const clap_plugin_track_info_t trackInfoTable;
     static const clap_plugin_project_location_t projectLocationTable;
+    static const clap_plugin_timer_support_t timerTable;
+    static const clap_plugin_posix_fd_support_t descriptorTable;
 
     clap_plugin_t clapPlugin{};
     const clap_host_t& host;
     HostExtensions hostExtensions;
     int inputPortCount = 0;
+    std::unique_ptr<MainThreadDelivery> delivery;
     std::atomic<bool> active{false};
     bool latencyChangePending = false;
     LockFreeQueue<OutEvent> outEvents{1024, 65536};

@@ -42,8 +42,10 @@ protected:
     // GenericPluginProcessor::ProcessorAdapter
     void controllerActivity(int controller) noexcept REALTIME override;
     void parameterChangedByProcessor(int index) noexcept override;
-    /// Dropped: program changes select presets only where a user has asked for it.
-    void programChange(int, int) noexcept REALTIME override {}
+    void programChange(int bank, int program) noexcept REALTIME override
+    {
+        plugin->requestProgramChange(bank, program);
+    }
 
     std::unique_ptr<GenericPlugin> plugin;
     std::unique_ptr<GenericPluginProcessor> processor;

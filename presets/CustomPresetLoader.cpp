@@ -43,10 +43,10 @@ bool CustomPresetLoader::acceptsVersion(int presetVersion)
         return isMapKept || mapCurrentVersion();
     if (isMapKept)
         return presetVersion == currentVersion;
-    if (presetVersion == mappedVersion)
-        return true;
     if (presetVersion < 1 || presetVersion > currentVersion)
         return false;
+    if (presetVersion == mappedVersion)
+        return true;
     return presetVersion == currentVersion ? mapCurrentVersion() : mapOlderVersion(presetVersion);
 }
 

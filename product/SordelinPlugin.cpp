@@ -55,3 +55,22 @@ void SordelinPlugin::readDisplayData(BinaryDataReader& reader)
     for (float& value : displayValues)
         value = reader.readFloat();
 }
+
+SordelinPlugin::~SordelinPlugin() { leaveProcess(); }
+
+VersionInfo SordelinPlugin::version() const { return sordelinVersion(); }
+
+std::unique_ptr<PluginSettings> SordelinPlugin::createSettings()
+{
+    return std::make_unique<SordelinSettings>(storeKey(), interfaceLimits());
+}
+
+int SordelinPlugin::defaultInterfaceHeight()
+{
+    return sordelinSettings().showModulation.value() ? modulationHeight : plainHeight;
+}
+
+int SordelinPlugin::defaultInterfaceWidth()
+{
+    return sordelinSettings().interfaceLayout.value() == InterfaceLayout::Wide ? wideWidth : normalWidth;
+}

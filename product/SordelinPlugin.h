@@ -5,14 +5,29 @@
 #include "product/SordelinInfo.h"
 #include "product/SordelinModulationIds.h"
 #include "product/SordelinParameters.h"
+#include "product/SordelinSettings.h"
 
 #include <array>
 
 /// The product's main-thread half.
 class SordelinPlugin : public GenericPlugin, public ModulationMatrixOwner, public SordelinParameters {
 public:
-    SordelinPlugin();
+    using SordelinSettings = ::SordelinSettings;
+    using InterfaceLayout = SordelinSettings::InterfaceLayout;
 
+    SordelinPlugin();
+    ~SordelinPlugin() override;
+
+    SordelinSettings& sordelinSettings() { return static_cast<SordelinSettings&>(settings()); }
+
+    // GenericPlugin
+
+    VersionInfo version() const override;
+    int interfaceLayoutCount() const override { return 2; }
+    int interfaceMinimumHeight() const override { return modulationHeight; }
+    int interfaceMinimumWidth() const override { return wideWidth; }
+    int defaultInterfaceHeight() override;
+    int defaultInterfaceWidth() override;
     int presetFormatVersion() const override { return 5; }
 
     void readDisplayData(BinaryDataReader& reader) override;
@@ -25,7 +40,6 @@ public:
     }
 
 protected:
-    VersionInfo version() const override { return sordelinVersion(); }
     /// Also takes the presets of the major version before this one.
     void initialiseProcessWideData() override;
     std::unique_ptr<CustomPresetLoader> createPresetLoader() override;
@@ -33,7 +47,14 @@ protected:
     /// and so does "Dry Enabled", which belongs to the place in the song rather than to the sound; the
     /// default preset alone may set it.
     void loadPresetFile(ErrorResult& result, const PresetInfo& preset) override;
+    std::unique_ptr<PluginSettings> createSettings() override;
 
 private:
     std::array<float, SordelinTargets::count + SordelinSources::count> displayValues{};  // targets first
+
+    // Logical units.
+    static constexpr int plainHeight = 321;
+    static constexpr int modulationHeight = 514;  // with the modulation panel
+    static constexpr int normalWidth = 640;
+    static constexpr int wideWidth = 926;
 };

@@ -50,10 +50,11 @@ constexpr int previousTargets[] = {0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 1
                                    14, 15, 16, 19, 36, 37, 38, 39, 78, 79, 80, 81, 82};
 
 constexpr MidiModSource::MidiInput firstMidiInputs[] = {MidiModSource::MidiInput::PitchBend,
-                                                  MidiModSource::MidiInput::ModWheel};
+                                                        MidiModSource::MidiInput::ModWheel};
 constexpr MidiModSource::MidiInput previousMidiInputs[] = {
-    MidiModSource::MidiInput::PitchBend, MidiModSource::MidiInput::ModWheel, MidiModSource::MidiInput::Velocity,
-    MidiModSource::MidiInput::Aftertouch, MidiModSource::MidiInput::KeyboardTrack};
+    MidiModSource::MidiInput::PitchBend, MidiModSource::MidiInput::ModWheel,
+    MidiModSource::MidiInput::Velocity, MidiModSource::MidiInput::Aftertouch,
+    MidiModSource::MidiInput::KeyboardTrack};
 
 constexpr int firstSlots = 21;
 constexpr int previousSlots = 24;

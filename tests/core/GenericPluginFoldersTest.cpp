@@ -1,4 +1,5 @@
 #include "core/GenericPlugin.h"
+#include "presets/PresetCache.h"
 #include "support/PresetFiles.h"
 #include "support/TemporaryHome.h"
 

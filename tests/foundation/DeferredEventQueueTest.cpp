@@ -124,8 +124,9 @@ TEST_F(QueueFixture, StandsHandlersThatPostAndDeliver)
             queue.post(5, posts);
     };
     queue.post(5, 10);
+    queue.post(5, 11);
     queue.deliver();
-    EXPECT_EQ(arguments(5), (Arguments{10, 2, 1, 0}));
+    EXPECT_EQ(arguments(5), (Arguments{10, 11, 2, 1, 0}));
 
     posts = 1 << 30;  // a handler that never ends posting doesn't keep the thread
     queue.post(6, 0);

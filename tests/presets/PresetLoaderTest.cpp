@@ -68,7 +68,6 @@ TEST_F(PresetLoaderTest, SaysWhatIsWrong)
         Values values;
     };
     const Values defaults = {1.0f, 2.0f, 3.0f};
-    const std::string unknown = "Unknown preset signature (likely intended for another Morvelane plug-in): ";
     const Row rows[] = {
         {"", "Incorrect file permissions or corrupt preset file.", fresh},
         {"Test\5\0\0", "Incorrect file permissions or corrupt preset file.", fresh},
@@ -300,7 +299,7 @@ TEST_F(PresetLoaderTest, RewritesNothingThatIsNotItsOwn)
     for (const std::string& bytes :
          {std::string(), presetBytes("Tess", 5, {7.0f, 8.0f, 9.0f}),
           presetBytes("Test", 4, {7.0f, 8.0f, 9.0f}), presetBytes("Test", 5, {7.0f, 8.0f}),
-          good.substr(0, good.size() - 1), textHeader}) {
+          presetBytes("Test", 5, {7.0f, 8.0f}) + "tail", good.substr(0, good.size() - 1), textHeader}) {
         std::stringstream stream(bytes);
         EXPECT_FALSE(PresetWriter(collection, &plugin).writePreset(stream, 5, 0, 3));
         EXPECT_EQ(stream.str(), bytes);

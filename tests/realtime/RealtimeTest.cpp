@@ -1,5 +1,6 @@
 #include "CallCounter.h"
 #include "clap_host/ClapInstance.h"
+#include "foundation/DeferredEventQueue.h"
 #include "support/ControllerMapFile.h"
 #include "support/Signals.h"
 
@@ -14,7 +15,8 @@
 
 namespace {
 
-/// The events of one block: a few random parameters anywhere in the tree, notes and controllers.
+/// The events of one block: a few random parameters anywhere in the tree, notes, controllers and
+/// program changes.
 void fill(EventList& events, std::minstd_rand& random, const std::vector<ClapParameter>& parameters)
 {
     events.clear();
@@ -30,6 +32,8 @@ void fill(EventList& events, std::minstd_rand& random, const std::vector<ClapPar
     events.add(midiEvent(static_cast<std::uint32_t>(random() % 128), 0xB0,
                          static_cast<std::uint8_t>(random() % 120),
                          static_cast<std::uint8_t>(random() % 128)));
+    events.add(
+        midiEvent(static_cast<std::uint32_t>(random() % 128), 0xC0, static_cast<std::uint8_t>(key), 0));
 }
 
 /// Most controllers move something: parameters all over the tree, and both links.
@@ -57,10 +61,31 @@ TEST(CallCounter, SeesWhatTheThreadDoes)
     EXPECT_EQ(counts.locks, 1);
 }
 
+TEST(Realtime, PostsToTheMainThreadFreely)
+{
+    struct Waker : DeferredEventQueue::Waker {
+        void wake() noexcept override { ++wakes; }
+        int wakes = 0;
+    } waker;
+    DeferredEventQueue queue;
+    queue.setWaker(&waker);
+    int taken = 0;
+    calls::watch();
+    for (int i = 0; i < 2000; ++i)  // more than there is room for
+        taken += queue.post(0, i);
+    const calls::Counts counts = calls::unwatch();
+    EXPECT_EQ(counts.allocations + counts.releases + counts.locks, 0);
+    EXPECT_EQ(taken, DeferredEventQueue::capacity);
+    EXPECT_EQ(waker.wakes, 1);
+}
+
 TEST(Realtime, NeitherAllocatesNorLocksInAHundredThousandBlocks)
 {
     const TemporaryHome home;
     writeControllerMap(home.productData(), controllerMapBytes(mappedControllers()));
+    // Program changes go to the main thread, which never comes: its queue overflows.
+    std::filesystem::create_directories(home.folder / "config/Morvelane/Sordelin");
+    home.folder.write("config/Morvelane/Sordelin/2.0.toml", "EnableMIDIProgramChanges = 1\n");
     const ClapModule module(SORDELIN_MODULE);
     ClapInstance instance(module);
     const std::vector<ClapParameter>& parameters = instance.parameters().list();

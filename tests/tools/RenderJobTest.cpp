@@ -174,3 +174,29 @@ TEST_F(RenderJob, ListsEachParameterOnALineOfItsOwn)
     EXPECT_EQ(std::ranges::count(table, '\n'), 706);  // 705 and the heading
     EXPECT_NE(table.find("5.000 ms .. 5.000 sec"), std::string::npos);
 }
+
+TEST_F(RenderJob, GoesOnFromAStateOrAPreset)
+{
+    folder.write("short.mvp", "[Preset]\nSignature=MStd\nVersion=5\n\n[Parameters]\nWet Level=0\n");
+    options.settings = {"Dry Level=-INF dB", "Delay 1 Time=100 ms", "Delay 2 Time=100 ms"};
+    options.saveState = folder / "saved.state";
+    const StereoSignal first = render();
+    options.settings.clear();
+    options.loadState = options.saveState;
+    options.overwrite = true;
+    EXPECT_EQ(render().left, first.left);  // and the state goes over itself
+    options.preset = folder / "short.mvp";
+    options.saveState.clear();
+    EXPECT_EQ(lastSound(render()), 0u);  // the preset's own dry level, and nothing behind it
+
+    folder.write("wrong.state", "MVBS");
+    options.loadState = folder / "wrong.state";
+    EXPECT_EQ(messageOfFailure().find("the plug-in doesn't take the state "), 0u);
+    options.loadState.clear();
+    folder.write("wrong.mvp", "[Preset]\nSignature=None\nVersion=5\n");
+    options.preset = folder / "wrong.mvp";
+    const std::string failure = messageOfFailure();
+    EXPECT_NE(failure.find("Unknown preset signature"), std::string::npos) << failure;
+    options.preset = options.output;
+    EXPECT_NE(messageOfFailure(), "no error");
+}

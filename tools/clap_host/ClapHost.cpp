@@ -51,11 +51,81 @@ ClapHost::ClapHost(std::uint32_t offeredExtensions)
         self(host).require(self(host).onMainThread(), "state.mark_dirty off the main thread");
         ++self(host).calls.dirtyMarks;
     };
+    presetLoadTable.loaded = [](const clap_host_t* host, std::uint32_t, const char* location, const char*) {
+        self(host).require(self(host).onMainThread(), "preset_load.loaded off the main thread");
+        self(host).calls.loadedPresets.emplace_back(location);
+    };
+    presetLoadTable.on_error = [](const clap_host_t* host, std::uint32_t, const char*, const char*,
+                                  std::int32_t, const char* message) {
+        self(host).require(self(host).onMainThread(), "preset_load.on_error off the main thread");
+        self(host).calls.presetErrors.emplace_back(message);
+    };
     logTable.log = [](const clap_host_t* host, clap_log_severity severity, const char* message) {
         self(host).require(!self(host).onAudioThread(), "a log line from the audio thread");
         const std::lock_guard guard(self(host).textLock);
         self(host).logged.push_back(std::to_string(severity) + ": " + message);
     };
+    fillMainLoopTables();
+}
+
+void ClapHost::fillMainLoopTables()
+{
+    timerTable.register_timer = [](const clap_host_t* host, std::uint32_t, clap_id* id) {
+        return self(host).addTimer(id);
+    };
+    timerTable.unregister_timer = [](const clap_host_t* host, clap_id id) {
+        return self(host).removeTimer(id);
+    };
+    descriptorTable.register_fd = [](const clap_host_t* host, int descriptor, clap_posix_fd_flags_t) {
+        return self(host).addDescriptor(descriptor);
+    };
+    descriptorTable.modify_fd = [](const clap_host_t* host, int descriptor, clap_posix_fd_flags_t) {
+        return std::ranges::count(self(host).watched, descriptor) != 0;
+    };
+    descriptorTable.unregister_fd = [](const clap_host_t* host, int descriptor) {
+        return self(host).removeDescriptor(descriptor);
+    };
+}
+
+bool ClapHost::mayRegister()
+{
+    require(onMainThread(), "a timer or descriptor comes or goes off the main thread");
+    require(stage != Stage::InLoop, "a timer or descriptor comes or goes within a call of the main loop");
+    return !refusing;
+}
+
+bool ClapHost::addTimer(clap_id* id)
+{
+    if (!mayRegister())
+        return false;
+    *id = nextTimer++;
+    timerIds.push_back(*id);
+    return true;
+}
+
+bool ClapHost::removeTimer(clap_id id)
+{
+    mayRegister();
+    const bool known = std::erase(timerIds, id) != 0;
+    require(known, "unregister_timer of a timer that there isn't");
+    return known;
+}
+
+bool ClapHost::addDescriptor(int descriptor)
+{
+    if (!mayRegister())
+        return false;
+    require(std::ranges::count(watched, descriptor) == 0, "register_fd of a descriptor that is watched");
+    watched.push_back(descriptor);
+    return true;
+}
+
+bool ClapHost::removeDescriptor(int descriptor)
+{
+    mayRegister();
+    const bool known = std::erase(watched, descriptor) != 0;
+    require(known, "unregister_fd of a descriptor that isn't watched");
+    return known;
 }
 
 std::vector<std::string> ClapHost::requestedExtensions() const
@@ -103,7 +173,10 @@ const void* ClapHost::extension(const char* id)
                              Entry{CLAP_EXT_PARAMS, HostExtensions::params, &paramsTable},
                              Entry{CLAP_EXT_LATENCY, HostExtensions::latency, &latencyTable},
                              Entry{CLAP_EXT_STATE, HostExtensions::state, &stateTable},
-                             Entry{CLAP_EXT_LOG, HostExtensions::log, &logTable}};
+                             Entry{CLAP_EXT_PRESET_LOAD, HostExtensions::presetLoad, &presetLoadTable},
+                             Entry{CLAP_EXT_LOG, HostExtensions::log, &logTable},
+                             Entry{CLAP_EXT_TIMER_SUPPORT, HostExtensions::timers, &timerTable},
+                             Entry{CLAP_EXT_POSIX_FD_SUPPORT, HostExtensions::descriptors, &descriptorTable}};
     const auto found = std::ranges::find(entries, std::string_view(id), &Entry::id);
     return found != entries.end() && (offered & found->bit) ? found->table : nullptr;
 }

@@ -18,7 +18,10 @@ struct HostExtensions {
     static constexpr std::uint32_t latency = 1u << 2;
     static constexpr std::uint32_t state = 1u << 3;
     static constexpr std::uint32_t log = 1u << 4;
-    static constexpr std::uint32_t all = (1u << 5) - 1;
+    static constexpr std::uint32_t timers = 1u << 5;
+    static constexpr std::uint32_t descriptors = 1u << 6;
+    static constexpr std::uint32_t presetLoad = 1u << 7;
+    static constexpr std::uint32_t all = (1u << 8) - 1;
 };
 
 /// How often a plug-in made each call. Written by any thread, read by the main thread.
@@ -32,6 +35,8 @@ struct HostCalls {
     std::atomic<int> flushRequests{0};
     std::atomic<int> latencyChanges{0};
     std::atomic<int> dirtyMarks{0};
+    std::vector<std::string> loadedPresets;  // paths; main thread
+    std::vector<std::string> presetErrors;   // messages; main thread
 };
 
 /// The host's side of one plug-in instance: the record given to `create_plugin` and the extensions behind it.
@@ -60,9 +65,16 @@ public:
     const clap_host_t* record() const noexcept { return &hostRecord; }
 
     /// What the plug-in is being asked to do: `get_extension` is forbidden before `init`, and a change of
-    /// latency is allowed during `activate` alone.
-    enum class Stage { Creating, Ready, Activating };
+    /// latency is allowed during `activate` alone. Within a call of the main loop for a timer or a descriptor
+    /// none of them may come or go.
+    enum class Stage { Creating, Ready, Activating, InLoop };
     void enter(Stage next) noexcept { stage = next; }
+
+    /// From now on the main loop takes no more timers or descriptors. Thread: main.
+    void refuseRegistrations() noexcept { refusing = true; }
+    /// What the main loop has to serve, in the order of registration. Thread: main.
+    const std::vector<clap_id>& timers() const noexcept { return timerIds; }
+    const std::vector<int>& descriptors() const noexcept { return watched; }
 
     HostCalls calls;
     /// Ids in the order in which the plug-in asked for them. Thread: main.
@@ -78,6 +90,12 @@ private:
     void require(bool allowed, const char* violation) noexcept;
     bool onMainThread() const noexcept;
     bool onAudioThread() const noexcept;
+    void fillMainLoopTables();
+    bool mayRegister();
+    bool addTimer(clap_id* id);
+    bool removeTimer(clap_id id);
+    bool addDescriptor(int descriptor);
+    bool removeDescriptor(int descriptor);
 
     const std::uint32_t offered;
     const std::thread::id mainThread;
@@ -90,6 +108,14 @@ private:
     clap_host_latency_t latencyTable{};
     clap_host_state_t stateTable{};
     clap_host_log_t logTable{};
+    clap_host_preset_load_t presetLoadTable{};
+    clap_host_timer_support_t timerTable{};
+    clap_host_posix_fd_support_t descriptorTable{};
+
+    bool refusing = false;
+    clap_id nextTimer = 100;  // no id that anybody would guess
+    std::vector<clap_id> timerIds;
+    std::vector<int> watched;
 
     mutable std::mutex textLock;  // guards the two lists
     std::vector<std::string> requested;

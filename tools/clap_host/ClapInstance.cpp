@@ -3,6 +3,8 @@
 #include "clap_host/ClapHostError.h"
 #include "clap_host/NumberText.h"
 
+#include <poll.h>
+
 #include <string>
 
 namespace {
@@ -76,10 +78,33 @@ void ClapInstance::deactivate()
 void ClapInstance::runMainThread()
 {
     const int requested = hostSide.calls.callbackRequests;
-    if (requested == callbacksServed)
-        return;
-    callbacksServed = requested;
-    created->on_main_thread(created.get());
+    if (requested != callbacksServed) {
+        callbacksServed = requested;
+        created->on_main_thread(created.get());
+    }
+    hostSide.enter(ClapHost::Stage::InLoop);
+    serveDescriptors();
+    serveTimers();
+    hostSide.enter(ClapHost::Stage::Ready);
+}
+
+void ClapInstance::serveDescriptors()
+{
+    const auto* table = extension<clap_plugin_posix_fd_support_t>(CLAP_EXT_POSIX_FD_SUPPORT);
+    for (const int descriptor : hostSide.descriptors()) {
+        pollfd watched{descriptor, POLLIN, 0};
+        if (table && poll(&watched, 1, 0) == 1)
+            table->on_fd(created.get(), descriptor, CLAP_POSIX_FD_READ);
+    }
+}
+
+void ClapInstance::serveTimers()
+{
+    const auto* table = extension<clap_plugin_timer_support_t>(CLAP_EXT_TIMER_SUPPORT);
+    for (const clap_id timer : hostSide.timers()) {
+        if (table)
+            table->on_timer(created.get(), timer);
+    }
 }
 
 void ClapInstance::startProcessing()

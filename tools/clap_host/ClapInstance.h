@@ -64,7 +64,8 @@ public:
     /// more
     void activate(double sampleRate, std::uint32_t minFrames, std::uint32_t maxFrames);
     void deactivate();
-    /// Calls `on_main_thread` if the plug-in has asked for it since the last time.
+    /// One round of a main loop: calls `on_main_thread` if the plug-in has asked for it since the last time,
+    /// then `on_fd` for each descriptor that can be read, and `on_timer` for each timer.
     void runMainThread();
 
     // Audio operations: the calling thread counts as the audio thread meanwhile. They allocate nothing.
@@ -82,6 +83,8 @@ private:
     };
 
     std::vector<clap_audio_port_info_t> ports(bool input) const;
+    void serveDescriptors();
+    void serveTimers();
     void require(State expected, const char* operation) const;
 
     ClapHost hostSide;

@@ -1,5 +1,6 @@
 #include "render/RenderJob.h"
 
+#include "clap_host/InstanceState.h"
 #include "clap_host/NumberText.h"
 #include "clap_host/QuotedText.h"
 #include "plot/RenderPlot.h"
@@ -15,6 +16,8 @@
 #include <unistd.h>
 
 #include <cmath>
+#include <fstream>
+#include <iterator>
 
 namespace {
 
@@ -60,6 +63,8 @@ public:
     {
         if (!options.plot.empty())
             plotFile.emplace(options.plot, existing());
+        if (!options.saveState.empty())
+            stateFile.emplace(options.saveState, existing());
     }
 
     void prepare()
@@ -68,6 +73,10 @@ public:
         format = audioFormatFor(options.output);
         tryFormat();
         sideChain = readSideChain(options.sideChain, input.sampleRate);
+        if (!options.loadState.empty())
+            takeState();
+        if (!options.preset.empty())
+            takePreset();
         for (const std::string& setting : options.settings)
             settings.push_back(applySetting(instance, setting));
         if (!options.automation.empty())
@@ -87,15 +96,19 @@ public:
         outcome = renderer.run();
     }
 
-    /// Both files are complete before either gets its name.
+    /// All files are complete before any gets its name.
     void write()
     {
         writeAudioFile(audioFile, outcome.output, format);
         if (plotFile)
             drawPlot();
+        if (stateFile)
+            writeState();
         audioFile.commit();
-        if (plotFile)
-            plotFile->commit();
+        for (auto* file : {&plotFile, &stateFile}) {
+            if (*file)
+                (*file)->commit();
+        }
     }
 
     void summarise(std::ostream& out) const
@@ -109,6 +122,33 @@ private:
     PendingFile::Existing existing() const
     {
         return options.overwrite ? PendingFile::Existing::Replace : PendingFile::Existing::Refuse;
+    }
+
+    void takeState()
+    {
+        std::ifstream file(options.loadState, std::ios::binary);
+        const std::string state{std::istreambuf_iterator<char>(file), {}};
+        if (!file.good())
+            throw RenderError("can't read the state " + inQuotes(options.loadState.string()));
+        if (!loadState(instance, state))
+            throw RenderError("the plug-in doesn't take the state " + inQuotes(options.loadState.string()));
+    }
+
+    void takePreset()
+    {
+        if (loadPresetFile(instance, std::filesystem::absolute(options.preset).string()))
+            return;
+        const std::vector<std::string>& reasons = instance.host().calls.presetErrors;
+        throw RenderError("the preset " + inQuotes(options.preset.string()) + " doesn't load" +
+                          (reasons.empty() ? std::string() : ": " + reasons.back()));
+    }
+
+    void writeState() const
+    {
+        const auto state = saveState(instance);
+        std::ofstream file(stateFile->path(), std::ios::binary);
+        if (!state || !file.write(state->data(), static_cast<std::streamsize>(state->size())).flush())
+            throw RenderError("can't write the state " + inQuotes(options.saveState.string()));
     }
 
     void addMidi(const std::vector<MidiFileMessage>& messages)
@@ -149,6 +189,7 @@ private:
     ClapInstance& instance;
     PendingFile audioFile;
     std::optional<PendingFile> plotFile;
+    std::optional<PendingFile> stateFile;
     AudioFormat format;
     StereoSignal input;
     StereoSignal sideChain;

@@ -44,6 +44,11 @@ void declareFiles(CLI::App& app, RenderOptions& options)
 
 void declareSettings(CLI::App& app, RenderOptions& options, TypedNumbers& numbers)
 {
+    app.add_option("--load-state", options.loadState, "A plug-in's state, as a host's project keeps it")
+        ->type_name("FILE");
+    app.add_option("--preset", options.preset, "A preset, over that state")->type_name("FILE");
+    app.add_option("--save-state", options.saveState, "File for the state after the rendering")
+        ->type_name("FILE");
     app.add_option("--set", options.settings,
                    "\"Name=value\": a parameter before the first sample; repeatable")
         ->type_name("TEXT")
@@ -110,10 +115,19 @@ void requireFiles(const RenderOptions& options)
                                                 : "no output file given; --help tells more");
     if (!options.plot.empty() && options.plot.lexically_normal() == options.output.lexically_normal())
         throw RenderError("output and plot are both " + inQuotes(options.output.string()));
-    for (const auto& written : {options.output, options.plot}) {
-        for (const auto& read : {options.input, options.sideChain, options.automation, options.midi})
+    if (!options.saveState.empty() &&
+        (options.saveState.lexically_normal() == options.output.lexically_normal() ||
+         options.saveState.lexically_normal() == options.plot.lexically_normal()))
+        throw RenderError("the state would go where another output goes, to " +
+                          inQuotes(options.saveState.string()));
+    // A state may be saved over the one that was loaded: that has been read by then.
+    for (const auto& written : {options.output, options.plot, options.saveState}) {
+        for (const auto& read :
+             {options.input, options.sideChain, options.automation, options.midi, options.preset})
             requireDifferent(written, read);
     }
+    for (const auto& written : {options.output, options.plot})
+        requireDifferent(written, options.loadState);
 }
 
 std::string onOneLine(std::string text)

@@ -12,6 +12,9 @@ struct RenderOptions {
     std::filesystem::path input;
     std::filesystem::path output;
     std::filesystem::path plugin;
+    std::filesystem::path loadState;
+    std::filesystem::path saveState;
+    std::filesystem::path preset;
     std::vector<std::string> settings;  // "Name=value" each, in order
     std::filesystem::path automation;
     std::filesystem::path midi;
