@@ -4,13 +4,15 @@
 
 #include <array>
 #include <cmath>
+#include <numbers>
 
 namespace {
 
 constexpr std::uint32_t blockFrames = 512;
 constexpr const char* drySwitch = "Dry Enabled";
 constexpr std::uint8_t controlChange = 0xB0;
-constexpr std::uint8_t modulationWheel = 1;
+constexpr std::uint8_t channelPressure = 0xD0;
+constexpr std::uint8_t pitchBend = 0xE0;
 
 /// Notes of rising and falling force, at even times.
 void addNotes(std::vector<TimedEvent>& events, double sampleRate, double seconds)
@@ -28,14 +30,41 @@ void addNotes(std::vector<TimedEvent>& events, double sampleRate, double seconds
     }
 }
 
-/// The wheel rises in the third quarter of the input and falls in the last.
-void addWheel(std::vector<TimedEvent>& events, double sampleRate, double seconds)
+/// A controller that rises and falls again between two places of the input, 0..1.
+struct Move {
+    std::uint8_t status;
+    std::uint8_t number;  // of a controller
+    double from;
+    double to;
+};
+constexpr std::array moves{Move{controlChange, 1, 0.5, 1.0},     // the modulation wheel
+                           Move{controlChange, 2, 0.2, 0.5},     // breath
+                           Move{controlChange, 4, 0.5, 0.8},     // the foot pedal
+                           Move{controlChange, 11, 0.05, 0.95},  // expression
+                           Move{controlChange, 64, 0.6, 0.9},    // sustain
+                           Move{channelPressure, 0, 0.0, 0.5}};
+
+void addMove(std::vector<TimedEvent>& events, const Move& move, double frames)
 {
     for (int step = 0; step <= 254; ++step) {
-        const double time = seconds * (0.5 + 0.5 * step / 254.0);
-        const int position = step <= 127 ? step : 254 - step;
-        events.push_back({std::llround(time * sampleRate),
-                          midiEvent(0, controlChange, modulationWheel, static_cast<std::uint8_t>(position))});
+        const auto position = static_cast<std::uint8_t>(step <= 127 ? step : 254 - step);
+        const double place = move.from + (move.to - move.from) * step / 254.0;
+        const bool pressure = move.status == channelPressure;
+        events.push_back(
+            {std::llround(place * frames),
+             midiEvent(0, move.status, pressure ? position : move.number, pressure ? 0 : position)});
+    }
+}
+
+/// The bender goes up and down once and comes back.
+void addBend(std::vector<TimedEvent>& events, double frames)
+{
+    for (int step = 0; step <= 200; ++step) {
+        const double turn = std::sin(2.0 * std::numbers::pi * step / 200.0);
+        const int position = 8192 + static_cast<int>(std::lround(8191.0 * turn));
+        events.push_back({std::llround(frames * step / 200.0),
+                          midiEvent(0, pitchBend, static_cast<std::uint8_t>(position & 127),
+                                    static_cast<std::uint8_t>(position >> 7))});
     }
 }
 
@@ -55,11 +84,15 @@ StereoSignal AuditionRenderer::render(const std::vector<ClapEvent>& values, cons
     signal.resize(input.frames() + static_cast<std::size_t>(tail * input.sampleRate));
     std::vector<TimedEvent> events;
     addNotes(events, input.sampleRate, input.seconds());
-    addWheel(events, input.sampleRate, input.seconds());
+    for (const Move& move : moves)
+        addMove(events, move, static_cast<double>(input.frames()));
+    addBend(events, static_cast<double>(input.frames()));
 
     BlockRenderer renderer(instance, {input.sampleRate, blockFrames, tempoBpm, 0.0});
     renderer.schedule(std::move(events));
-    renderer.render({signal.left.data(), signal.right.data()}, {}, signal.left.data(), signal.right.data(),
+    const StereoSignal sideChain = signal;
+    renderer.render({signal.left.data(), signal.right.data()},
+                    {sideChain.left.data(), sideChain.right.data()}, signal.left.data(), signal.right.data(),
                     static_cast<std::int64_t>(signal.frames()));
     return signal;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 /// Plays a signal through a fresh instance of the plug-in, as a song at 120 BPM does, with silence behind it.
+/// The side chain gets the same.
 ///
 /// A keyboard plays along for the presets that listen to it: a note every half second, and the modulation
 /// wheel goes up and down again in the second half of the input.

@@ -15,6 +15,13 @@ constexpr double envelopeHeight = 30.0;
 constexpr PlotColour faultColour = PlotColour::fromHex(0xb3261e);
 constexpr PlotColour envelopeColour = PlotColour::fromHex(0xa8442a);
 
+/// Without the number that only orders folders: "_2 General" is shown as "General".
+std::string shownFolder(const std::string& folder)
+{
+    const auto blank = folder.find(' ');
+    return folder.starts_with('_') && blank != std::string::npos ? folder.substr(blank + 1) : folder;
+}
+
 class SheetPainter {
 public:
     SheetPainter(PlotCanvas& plotCanvas, const AuditionReport& shownReport)
@@ -29,7 +36,8 @@ public:
         using Style = PlotTextStyle;
         canvas.text({at.x, at.y + 12.0}, source.name,
                     {11.5, faulty ? faultColour : plotTheme::ink, Style::Align::Left, Style::Weight::Bold});
-        canvas.text({right, at.y + 12.0}, source.folder, {9.0, plotTheme::softInk, Style::Align::Right});
+        canvas.text({right, at.y + 12.0}, shownFolder(source.folder),
+                    {9.0, plotTheme::softInk, Style::Align::Right});
         canvas.text({at.x, at.y + 25.0},
                     faulty ? report.verdicts[index].faults.front() : measuresText(report.results[index]),
                     {9.0, faulty ? faultColour : plotTheme::softInk});

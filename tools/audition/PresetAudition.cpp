@@ -15,7 +15,9 @@ constexpr std::size_t drums = 0;
 constexpr std::size_t strings = 2;
 constexpr double clickSeconds = 0.005;
 constexpr double echoSeconds = 0.02;
-constexpr double echoFloorDb = -48.0;  // below the loudest echo
+constexpr double levelSeconds = 0.1;
+constexpr double levelFloorDb = -30.0;  // below the loudest part
+constexpr double echoFloorDb = -48.0;   // below the loudest echo
 constexpr double pictureTopDb = -10.0;
 constexpr double pictureRangeDb = 70.0;
 
@@ -33,7 +35,15 @@ StereoSignal click()
     return signal;
 }
 
-/// The levels of one channel, relative to the loudest of both.
+std::vector<double> relativeToLoudest(std::vector<double> levels, double floorDb)
+{
+    const double loudest = *std::ranges::max_element(levels);
+    for (double& level : levels)
+        level = std::max(level - loudest, floorDb);
+    return levels;
+}
+
+/// The levels of both channels, one behind the other.
 std::vector<double> echoLevels(const StereoSignal& wet)
 {
     StereoSignal left{wet.sampleRate, wet.left, wet.left};
@@ -41,10 +51,7 @@ std::vector<double> echoLevels(const StereoSignal& wet)
     std::vector<double> levels = levelSteps(left, echoSeconds, -200.0);
     const std::vector<double> others = levelSteps(right, echoSeconds, -200.0);
     levels.insert(levels.end(), others.begin(), others.end());
-    const double loudest = *std::ranges::max_element(levels);
-    for (double& level : levels)
-        level = std::max(level - loudest, echoFloorDb);
-    return levels;
+    return relativeToLoudest(std::move(levels), echoFloorDb);
 }
 
 std::vector<double> relativeOctaves(const SpectralMovement::Reading& reading)
@@ -150,5 +157,6 @@ MaterialResult PresetAudition::measure(const StereoSignal& output, const StereoS
     result.tail = tailOf(wet, frames);
     result.grows = growsAtTheEnd(wet, frames);
     result.octavesDb = relativeOctaves(reading);
+    result.levelsDb = relativeToLoudest(levelSteps(wet, levelSeconds, -200.0), levelFloorDb);
     return result;
 }

@@ -21,6 +21,7 @@ struct MaterialResult {
     bool grows = false;             // in its tail
     bool finite = true;             // no sample is anything but a number
     std::vector<double> octavesDb;  // of the wet signal, relative to all of it
+    std::vector<double> levelsDb;   // of the wet signal over time, 100 ms each, relative to its loudest
 };
 
 /// Small pictures for the contact sheet.

@@ -10,6 +10,7 @@ namespace {
 // What a listener would just notice, by measure.
 constexpr double noticeableEchoDb = 3.0;
 constexpr double noticeableOctaveDb = 1.5;
+constexpr double noticeableLevelDb = 1.5;  // at some moment
 constexpr double noticeableWidthDb = 2.0;
 constexpr double noticeableMovementDb = 0.7;
 constexpr double noticeableWetDb = 2.0;
@@ -27,6 +28,7 @@ double meanSquare(const std::vector<double>& a, const std::vector<double>& b)
 double materialDistance(const MaterialResult& a, const MaterialResult& b)
 {
     return meanSquare(a.octavesDb, b.octavesDb) / squared(noticeableOctaveDb) +
+           meanSquare(a.levelsDb, b.levelsDb) / squared(noticeableLevelDb) +
            squared((a.widthDb - b.widthDb) / noticeableWidthDb) +
            squared((a.movementDb - b.movementDb) / noticeableMovementDb) +
            squared((a.wetDb - b.wetDb) / noticeableWetDb);
