@@ -70,6 +70,7 @@ bool SectionTextReader::nextKey()
 bool SectionTextReader::nextLine()
 {
     while (std::getline(stream, line)) {
+        ++linesRead;
         content = trimmed(line);
         if (!content.empty() && content.front() != ';')
             return true;

@@ -31,6 +31,9 @@ public:
     const std::string& key() const noexcept { return keyName; }
     const std::string& value() const noexcept { return keyValue; }
 
+    /// Of the line read last, from 1: where a section begins, where a key stands, or what has the error.
+    int lineNumber() const noexcept { return linesRead; }
+
     bool hasSyntaxError() const noexcept { return state == State::Error; }
 
 private:
@@ -44,6 +47,7 @@ private:
     std::istream& stream;
     State state = State::BeforeFirst;
     std::string line;
+    int linesRead = 0;
     std::string_view content;  // of the line
     std::string headerAhead;   // the section that begins at AtHeader
     std::string sectionName;

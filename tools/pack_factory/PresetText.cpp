@@ -2,6 +2,7 @@
 
 #include "foundation/BinaryDataWriter.h"
 #include "pack/PackError.h"
+#include "pack/ShownText.h"
 #include "pack_factory/ParameterTree.h"
 #include "presets/CustomValues.h"
 #include "presets/PresetLoader.h"
@@ -9,8 +10,7 @@
 #include "presets/SectionTextReader.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
+#include <optional>
 #include <set>
 #include <sstream>
 
@@ -29,22 +29,21 @@ class Packer {
 public:
     Packer(const std::string& sourceText, std::string_view name)
         : fileName(name),
-          text(sourceText),
           stream(sourceText),
+          reader(stream),
           kind(kindOf(name)),
           prefix(kind.collection->commonPrefix())
     {}
 
     std::string pack()
     {
-        SectionTextReader reader(stream);
         if (!reader.nextSection() || reader.section() != PresetLoader::presetSection)
             fail("a preset begins with [Preset]");
-        readHeader(reader);
+        readHeader();
         while (reader.nextSection()) {
             if (reader.section() != PresetLoader::parameterSection)
                 fail("unknown section [" + reader.section() + "]");
-            readParameters(reader);
+            readParameters();
         }
         if (reader.hasSyntaxError())
             fail("this is neither [section] nor key=value");
@@ -66,14 +65,10 @@ private:
 
     [[noreturn]] void fail(const std::string& what)
     {
-        const auto read = static_cast<std::size_t>(std::max<std::streamoff>(
-            stream.rdbuf()->pubseekoff(0, std::ios_base::cur, std::ios_base::in), 0));
-        const auto lines = std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(read), '\n');
-        const bool isWithinLine = read > 0 && text[read - 1] != '\n';
-        throw PackError(fileName + ":" + std::to_string(lines + (isWithinLine ? 1 : 0)) + ": " + what);
+        throw PackError(fileName + ":" + std::to_string(reader.lineNumber()) + ": " + what);
     }
 
-    void readHeader(SectionTextReader& reader)
+    void readHeader()
     {
         std::string signature;
         std::string version;
@@ -83,7 +78,7 @@ private:
             else if (reader.key() == "Version")
                 version = reader.value();
             else
-                readMetadata(reader);
+                readMetadata();
         }
         if (signature != kind.collection->signature)
             fail("the signature isn't " + kind.collection->signature);
@@ -91,7 +86,7 @@ private:
             fail("the version isn't " + std::to_string(kind.version));
     }
 
-    void readMetadata(SectionTextReader& reader)
+    void readMetadata()
     {
         for (const auto& names : PresetLoader::headerNames) {
             if (reader.key() != names.inText || reader.key() == "Name")
@@ -104,10 +99,10 @@ private:
         fail("unknown key \"" + reader.key() + "\"");
     }
 
-    void readParameters(SectionTextReader& reader)
+    void readParameters()
     {
         while (reader.nextKey()) {
-            const int index = kind.collection->findKey(kind.collection->fullKey(reader.key(), prefix));
+            const int index = indexOf(reader.key());
             if (index < 0)
                 fail("unknown parameter \"" + reader.key() + "\"");
             if (!named.insert(index).second)
@@ -117,18 +112,22 @@ private:
         }
     }
 
+    /// The place in the collection of what a key means. The names of a section may also stand in full.
+    int indexOf(const std::string& key) const
+    {
+        const int index = kind.collection->findKey(kind.collection->fullKey(key, prefix));
+        return index >= 0 ? index : kind.collection->findKey(key);
+    }
+
     float valueFor(const AbstractPluginParameter& parameter, const std::string& written)
     {
-        float value = 0.0f;
-        const char* end = written.data() + written.size();
-        const auto result = std::from_chars(written.data(), end, value);
-        if (result.ec != std::errc() || result.ptr != end || !std::isfinite(value))
-            fail("\"" + written + "\" isn't a number");
-        if (value < parameter.minimumValue() || value > parameter.maximumValue())
-            fail(written + " is out of the range of \"" + parameter.displayName() + "\"");
-        if (parameter.stepped && value != std::floor(value))
-            fail("\"" + parameter.displayName() + "\" takes whole numbers");
-        return value;
+        const std::optional<float> value = parameter.parseText(written);
+        if (!value)
+            fail("\"" + parameter.displayName() + "\" can't be \"" + written + "\"");
+        const std::string shown = parameter.valueText(*value);
+        if (!showsWhatWasWritten(written, shown))
+            fail("\"" + parameter.displayName() + "\" shows \"" + shown + "\" for \"" + written + "\"");
+        return *value;
     }
 
     std::string bytes()
@@ -143,8 +142,8 @@ private:
 
     ParameterTree tree;
     const std::string fileName;
-    const std::string& text;
     std::istringstream stream;
+    SectionTextReader reader;
     const Kind kind;
     const std::string prefix;
     CustomValues metadata;
