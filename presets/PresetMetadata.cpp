@@ -11,8 +11,8 @@
 #include <array>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <map>
+#include <sstream>
 
 namespace {
 

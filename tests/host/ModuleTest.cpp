@@ -101,9 +101,10 @@ TEST(Module, GivesItsExtensionsByExactIds)
 {
     const ClapModule module(SORDELIN_MODULE);
     ClapInstance instance(module);
-    for (const char* id : {"clap.note-ports", "clap.audio-ports", "clap.audio-ports-config", "clap.params",
-                           "clap.latency", "clap.tail", "clap.audio-ports-config-info/1",
-                           "clap.audio-ports-config-info/draft-0", "clap.project-location/2", "clap.state", "clap.preset-load/2"})
+    for (const char* id :
+         {"clap.note-ports", "clap.audio-ports", "clap.audio-ports-config", "clap.params", "clap.latency",
+          "clap.tail", "clap.audio-ports-config-info/1", "clap.audio-ports-config-info/draft-0",
+          "clap.project-location/2", "clap.state", "clap.preset-load/2"})
         EXPECT_NE(instance.extension<void>(id), nullptr) << id;
     EXPECT_EQ(instance.extension<void>("clap.track-info/1"),
               instance.extension<void>("clap.track-info.draft/1"));

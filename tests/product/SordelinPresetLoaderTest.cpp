@@ -10,8 +10,8 @@ using Names = std::vector<std::string>;
 // The places in files of the first product.
 struct First {
     static constexpr int delay(int k) { return 3 * k; }  // time, offset, sync
-    static constexpr int links = 6;                        // delay, the read style, and the filters' routing
-    static constexpr int feedback = 9;  // level A, balance A, level B, balance B
+    static constexpr int links = 6;                      // delay, the read style, and the filters' routing
+    static constexpr int feedback = 9;                   // level A, balance A, level B, balance B
     static constexpr int levels = 13;
     static constexpr int filter(int k) { return 18 + 7 * k; }
     static constexpr int lfo(int k) { return 32 + 6 * k; }
@@ -92,8 +92,8 @@ TEST_F(SordelinPresetLoaderTest, TheFirstProductsParametersFindTheirPlaces)
     ASSERT_EQ(bytes.size(), 612u);
     loadFirst(old);
 
-    // The knob's curve takes 0.5 to 0.16 and 0.25 to 0.05 of 5 s: 800 and 250 ms. Today that is 795 and 245 of
-    // 4995 ms above 5: 0.15916 and 0.049049, between the curve's points (0.25, 0.05) and (0.5, 0.16), and
+    // The knob's curve takes 0.5 to 0.16 and 0.25 to 0.05 of 5 s: 800 and 250 ms. Today that is 795 and 245
+    // of 4995 ms above 5: 0.15916 and 0.049049, between the curve's points (0.25, 0.05) and (0.5, 0.16), and
     // between (0.1, 0.002) and (0.25, 0.05).
     EXPECT_NEAR(value(0), 0.498089f, 1e-6f);
     EXPECT_NEAR(value(7), 0.247028f, 1e-6f);
@@ -135,9 +135,9 @@ TEST_F(SordelinPresetLoaderTest, TheFirstProductsSlotsFollowTheirSources)
     old.put(First::slot(3), {1.0f, 0.5f, 0.0f, 0.0f, 6.0f});    // a balance, which is gone
     old.put(First::slot(4), {2.0f, 0.5f, 0.0f, 0.0f, 0.0f});    // LFO 2, nothing
     loadFirst(old);
-    EXPECT_EQ(connections(), (Names{"XLFO 1 > Delay 1 Feedback", "MIDI 1 > Filter 2 Freq",
-                                    "MIDI 2 > Slot 1 Level", "XLFO 1 > Delay 2 Feedback",
-                                    "MIDI 2 > Slot 4 Level"}));
+    EXPECT_EQ(connections(),
+              (Names{"XLFO 1 > Delay 1 Feedback", "MIDI 1 > Filter 2 Freq", "MIDI 2 > Slot 1 Level",
+                     "XLFO 1 > Delay 2 Feedback", "MIDI 2 > Slot 4 Level"}));
     // The knob's curve takes 0.5 to 0.16, and 0.25 to 0.05.
     const float levels[] = {0.16f, 0.08f, 0.05f, 0.16f, 0.05f};  // the pitch bend's reach has doubled
     for (int slot = 0; slot < 5; ++slot) {
@@ -164,28 +164,65 @@ TEST_F(SordelinPresetLoaderTest, FeedbackSlotsThatHaveNoRoomForTheirCopiesGo)
         old.put(First::slot(slot), {1.0f, 0.5f, 0.0f, 0.0f, slot < 10 ? 5.0f : 7.0f});
     loadFirst(old);
     // 21 of 24 are taken, so that three have room.
-    EXPECT_EQ(connections(), (Names{"XLFO 1 > Delay 1 Feedback", "XLFO 1 > Delay 1 Feedback",
-                                    "XLFO 1 > Delay 1 Feedback", "XLFO 1 > Delay 2 Feedback",
-                                    "XLFO 1 > Delay 2 Feedback", "XLFO 1 > Delay 2 Feedback"}));
+    EXPECT_EQ(connections(),
+              (Names{"XLFO 1 > Delay 1 Feedback", "XLFO 1 > Delay 1 Feedback", "XLFO 1 > Delay 1 Feedback",
+                     "XLFO 1 > Delay 2 Feedback", "XLFO 1 > Delay 2 Feedback", "XLFO 1 > Delay 2 Feedback"}));
 }
 
 TEST_F(SordelinPresetLoaderTest, OldNumbersOfSourcesAndTargetsAreTodays)
 {
     // Each target by its name, or none; a slot keeps its own target while it has none of its old one.
-    const Names firstNames = {"Delay 1 Time", "Delay 1 Offset", "Delay 2 Time", "Delay 2 Offset",
-                              "Delay 1 Feedback", "", "Delay 1 Cross Feedback", "", "Filter 1 Freq",
-                              "Filter 1 Pan", "Filter 1 Peak", "Filter 2 Freq", "Filter 2 Pan",
-                              "Filter 2 Peak", "XLFO 1 Freq", "XLFO 2 Freq", "Input Level", "Dry Level",
-                              "Dry Pan", "Wet Level", "Wet Pan"};
+    const Names firstNames = {"Delay 1 Time",
+                              "Delay 1 Offset",
+                              "Delay 2 Time",
+                              "Delay 2 Offset",
+                              "Delay 1 Feedback",
+                              "",
+                              "Delay 1 Cross Feedback",
+                              "",
+                              "Filter 1 Freq",
+                              "Filter 1 Pan",
+                              "Filter 1 Peak",
+                              "Filter 2 Freq",
+                              "Filter 2 Pan",
+                              "Filter 2 Peak",
+                              "XLFO 1 Freq",
+                              "XLFO 2 Freq",
+                              "Input Level",
+                              "Dry Level",
+                              "Dry Pan",
+                              "Wet Level",
+                              "Wet Pan"};
     const Names firstSources = {"XLFO 1", "XLFO 2", "MIDI 1", "MIDI 2"};
-    const Names previousNames = {"Delay 1 Time", "Delay 1 Offset", "Delay 1 Feedback",
-                                 "Delay 1 Cross Feedback", "Delay 1 Pan", "Delay 2 Time", "Delay 2 Offset",
-                                 "Delay 2 Feedback", "Delay 2 Cross Feedback", "Delay 2 Pan",
-                                 "Filter 1 Freq", "Filter 1 Pan", "Filter 1 Peak", "Filter 2 Freq",
-                                 "Filter 2 Pan", "Filter 2 Peak", "XLFO 1 Freq", "XLFO 2 Freq", "EG 1 Attack",
-                                 "EG 1 Decay", "EG 1 Sustain", "EG 1 Release", "Input Level", "Dry Level",
-                                 "Dry Pan", "Wet Level", "Wet Pan"};
-    const Names previousSources = {"XLFO 1", "XLFO 2", "EG 1", "MIDI 1", "MIDI 2", "MIDI 3", "MIDI 4", "MIDI 5"};
+    const Names previousNames = {"Delay 1 Time",
+                                 "Delay 1 Offset",
+                                 "Delay 1 Feedback",
+                                 "Delay 1 Cross Feedback",
+                                 "Delay 1 Pan",
+                                 "Delay 2 Time",
+                                 "Delay 2 Offset",
+                                 "Delay 2 Feedback",
+                                 "Delay 2 Cross Feedback",
+                                 "Delay 2 Pan",
+                                 "Filter 1 Freq",
+                                 "Filter 1 Pan",
+                                 "Filter 1 Peak",
+                                 "Filter 2 Freq",
+                                 "Filter 2 Pan",
+                                 "Filter 2 Peak",
+                                 "XLFO 1 Freq",
+                                 "XLFO 2 Freq",
+                                 "EG 1 Attack",
+                                 "EG 1 Decay",
+                                 "EG 1 Sustain",
+                                 "EG 1 Release",
+                                 "Input Level",
+                                 "Dry Level",
+                                 "Dry Pan",
+                                 "Wet Level",
+                                 "Wet Pan"};
+    const Names previousSources = {"XLFO 1", "XLFO 2", "EG 1",   "MIDI 1",
+                                   "MIDI 2", "MIDI 3", "MIDI 4", "MIDI 5"};
     const auto check = [this](bool isFirst, const Names& sources, const Names& targets) {
         for (std::size_t target = 0; target < targets.size(); ++target) {
             OldValues old(isFirst ? First::count : Previous::count);
@@ -255,22 +292,22 @@ TEST_F(SordelinPresetLoaderTest, MidiSourcesReachAsFarAsTheyDid)
 {
     // Levels of 0.16 by what each source had on a target, and has now.
     struct Row {
-        int source;      // of the previous product, from 0
-        int target;      // likewise
+        int source;  // of the previous product, from 0
+        int target;  // likewise
         double expected;
         const char* connection;
     };
     const Row rows[] = {
-        {5, 2, 0.08, "MIDI 1 > Delay 1 Feedback"},          // velocity: all by 1 / 2
-        {5, 0, 0.16, "MIDI 1 > Delay 1 Time"},              // and back
-        {5, 6, 0.16, "MIDI 1 > Delay 2 Offset"},            // and back
-        {5, 5, 0.08 * 5 / 7, "MIDI 1 > Delay 2 Time"},      //
-        {3, 16, 0.08, "MIDI 1 > XLFO 1 Freq"},              // pitch bend
-        {3, 5, 0.16 * 10 / 7, "MIDI 1 > Delay 2 Time"},     //
-        {3, 11, 0.08, "MIDI 1 > Filter 1 Pan"},             //
-        {3, 12, 0.08, "MIDI 1 > Filter 1 Peak"},            //
-        {3, 13, 0.08, "MIDI 1 > Filter 2 Freq"},            //
-        {3, 2, 0.16, "MIDI 1 > Delay 1 Feedback"},          //
+        {5, 2, 0.08, "MIDI 1 > Delay 1 Feedback"},           // velocity: all by 1 / 2
+        {5, 0, 0.16, "MIDI 1 > Delay 1 Time"},               // and back
+        {5, 6, 0.16, "MIDI 1 > Delay 2 Offset"},             // and back
+        {5, 5, 0.08 * 5 / 7, "MIDI 1 > Delay 2 Time"},       //
+        {3, 16, 0.08, "MIDI 1 > XLFO 1 Freq"},               // pitch bend
+        {3, 5, 0.16 * 10 / 7, "MIDI 1 > Delay 2 Time"},      //
+        {3, 11, 0.08, "MIDI 1 > Filter 1 Pan"},              //
+        {3, 12, 0.08, "MIDI 1 > Filter 1 Peak"},             //
+        {3, 13, 0.08, "MIDI 1 > Filter 2 Freq"},             //
+        {3, 2, 0.16, "MIDI 1 > Delay 1 Feedback"},           //
         {7, 0, 0.16 * 1.51260507, "MIDI 1 > Delay 1 Time"},  // key tracking
         {7, 16, 0.16 * 5.04201698 / 2, "MIDI 1 > XLFO 1 Freq"},
         {7, 6, 0.16 * 60.50419998 / 25, "MIDI 1 > Delay 2 Offset"},
@@ -296,11 +333,10 @@ TEST_F(SordelinPresetLoaderTest, MidiSourcesReachAsFarAsTheyDid)
         EXPECT_NEAR(level(1), expected, 1e-5) << connection;
         EXPECT_NEAR(level(0), 0.05 * expected / 0.16, 1e-5) << connection;
         EXPECT_EQ(plugin.midiSources[0].input.value(),
-                  std::vector<MidiModSource::MidiInput>({MidiModSource::MidiInput::PitchBend, MidiModSource::MidiInput::ModWheel,
-                                                   MidiModSource::MidiInput::Velocity,
-                                                   MidiModSource::MidiInput::Aftertouch,
-                                                   MidiModSource::MidiInput::KeyboardTrack})[static_cast<std::size_t>(
-                      source - 3)]);
+                  std::vector<MidiModSource::MidiInput>(
+                      {MidiModSource::MidiInput::PitchBend, MidiModSource::MidiInput::ModWheel,
+                       MidiModSource::MidiInput::Velocity, MidiModSource::MidiInput::Aftertouch,
+                       MidiModSource::MidiInput::KeyboardTrack})[static_cast<std::size_t>(source - 3)]);
     }
 }
 
@@ -333,8 +369,9 @@ TEST_F(SordelinPresetLoaderTest, OldWavesKeepTheirShape)
         float wave;
         Shape shape;
     };
-    for (const auto& [wave, shape] : {Row{1.0f, sine}, Row{2.0f, triangle}, Row{3.0f, sawtooth}, Row{4.0f, square},
-                                      Row{0.0f, sine}, Row{1e30f, square}, Row{NAN, sine}}) {
+    for (const auto& [wave, shape] :
+         {Row{1.0f, sine}, Row{2.0f, triangle}, Row{3.0f, sawtooth}, Row{4.0f, square}, Row{0.0f, sine},
+          Row{1e30f, square}, Row{NAN, sine}}) {
         OldValues old(First::count);
         old.put(First::lfo(0), {0.5f, wave, 0.0f, NAN, 1.0f, 0.0f});
         old.put(First::slot(0), {1.0f, 0.5f, 0.0f, 0.0f, 1.0f});
@@ -359,16 +396,16 @@ TEST_F(SordelinPresetLoaderTest, VersionsThreeAndFourHadOtherDepths)
         values[0] = 0.5f;
         values[freeze] = 1.0f;
         values[581] = 9.0f;
-        values[56] = 1.0f;           // XLFO 1 snaps
-        slot(0, 20, 0.5f, 2);        // EF 1 on both feedbacks
-        slot(1, 23, 0.5f, 7);        // EF 4
-        slot(2, 20, 0.5f, 3);        // and on a cross feedback
-        slot(3, 8, 0.25f, 10);       // XLFO 1 on both filters
-        slot(4, 8, 0.25f, 13);       //
-        slot(5, 9, 0.25f, 10);       // XLFO 2, which doesn't snap
-        slot(6, 8, 0.25f, 12);       // XLFO 1 on a peak
-        slot(7, 8, 0.5f, 83);        // and on the level of the first
-        slot(8, 14, 0.5f, 2);        // EG 1 on a feedback
+        values[56] = 1.0f;      // XLFO 1 snaps
+        slot(0, 20, 0.5f, 2);   // EF 1 on both feedbacks
+        slot(1, 23, 0.5f, 7);   // EF 4
+        slot(2, 20, 0.5f, 3);   // and on a cross feedback
+        slot(3, 8, 0.25f, 10);  // XLFO 1 on both filters
+        slot(4, 8, 0.25f, 13);  //
+        slot(5, 9, 0.25f, 10);  // XLFO 2, which doesn't snap
+        slot(6, 8, 0.25f, 12);  // XLFO 1 on a peak
+        slot(7, 8, 0.5f, 83);   // and on the level of the first
+        slot(8, 14, 0.5f, 2);   // EG 1 on a feedback
         if (version == 3)
             values.erase(values.begin() + freeze);
         const std::string bytes = presetBytes("MStd", version, values);
