@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -107,6 +108,11 @@ TEST(SoundMeasures, TellsGrowthFromSustain)
     EXPECT_FALSE(growsAtTheEnd(slope(0.0, -10.0, 5.0), second));
     EXPECT_FALSE(growsAtTheEnd(slope(-2.0, -10.0, 5.0), second));
     EXPECT_FALSE(growsAtTheEnd(slope(2.0, -90.0, 5.0), second));  // nobody hears it
+
+    StereoSignal echo = slope(0.0, -20.0, 5.0);  // a pause, and then as loud as before
+    std::fill(echo.left.begin() + 3 * second, echo.left.begin() + 4 * second, 0.0f);
+    std::fill(echo.right.begin() + 3 * second, echo.right.begin() + 4 * second, 0.0f);
+    EXPECT_FALSE(growsAtTheEnd(echo, second));
 }
 
 TEST(SpectralMovement, SeesTheCentreOfASpectrum)
