@@ -324,6 +324,7 @@ private:
     void makePresetFolders();
     void fillPresetFolders();
     void markModified() noexcept;
+    void goBy(const PresetInfo& preset);
     void tellHost(StateChange change);
     PresetInfo defaultComponentPreset(int group) const;
     std::string interfaceDefaultsPath() const;

@@ -60,6 +60,16 @@ void GenericPlugin::markModified() noexcept
     tellListener(Listener::PresetChanged, 0);
 }
 
+/// The plug-in is as this preset has it.
+void GenericPlugin::goBy(const PresetInfo& preset)
+{
+    presetState.modified.assign(false);
+    presetState.name.assign(preset.name);
+    presetState.path.assign(preset.path);
+    tellHost(StateChange::Preset);
+    tellListener(Listener::PresetChanged, 0);
+}
+
 void GenericPlugin::tellHost(StateChange change)
 {
     if (adapter)
@@ -83,11 +93,7 @@ ErrorResult GenericPlugin::loadPreset(const PresetInfo& preset)
     endParameterBatch();
     if (!result.succeeded())
         return result;
-    presetState.name.assign(preset.name);
-    presetState.path.assign(preset.path);
-    presetState.modified.assign(false);
-    tellHost(StateChange::Preset);
-    tellListener(Listener::PresetChanged, 0);
+    goBy(preset);
     return result;
 }
 
@@ -120,11 +126,7 @@ ErrorResult GenericPlugin::savePreset(const PresetInfo& preset)
     if (!PresetFile(preset.path).write(writer, result, presetFormatVersion(), form))
         return result;
     presetWasSaved(preset);
-    presetState.name.assign(preset.name);
-    presetState.path.assign(preset.path);
-    presetState.modified.assign(false);
-    tellHost(StateChange::Preset);
-    tellListener(Listener::PresetChanged, 0);
+    goBy(preset);
     return result;
 }
 

@@ -1,15 +1,10 @@
 // The settings of an instance and those of all instances: where they are stored, and what follows from them.
 #include "core/GenericPlugin.h"
+#include "core/PresetFolderSetting.h"
 #include "core/SettingsReader.h"
 #include "core/SettingsWriter.h"
 #include "core/SharedPluginData.h"
 #include "foundation/UserFolders.h"
-
-namespace {
-
-constexpr const char* presetFolderKey = "PresetFolder";
-
-}  // namespace
 
 SharedSettings& GenericPlugin::sharedSettings() { return *shared->settings; }
 

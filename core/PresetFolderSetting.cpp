@@ -5,5 +5,5 @@
 
 std::string presetFolderSetting(const std::string& product, int majorVersion, const std::string& fallback)
 {
-    return SettingsReader(settingsKey(product, majorVersion)).stringValue("PresetFolder", {}, fallback);
+    return SettingsReader(settingsKey(product, majorVersion)).stringValue(presetFolderKey, {}, fallback);
 }

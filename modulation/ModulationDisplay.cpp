@@ -5,7 +5,7 @@
 namespace {
 
 constexpr float updatesPerSecond = 60.0f;
-constexpr std::chrono::milliseconds patience{250};
+constexpr std::uint32_t patienceMs = 250;
 
 }  // namespace
 
@@ -42,12 +42,12 @@ float ModulationDisplay::distanceOf(int target) const noexcept
     return (modulated.currentValue() - shown.forwarder.currentValue()) / shown.scale();
 }
 
-void ModulationDisplay::collect(BinaryDataWriter& writer, Clock::time_point now)
+void ModulationDisplay::collect(BinaryDataWriter& writer)
 {
     if (const unsigned asked = requests.load(); asked != requestsSeen) {
         requestsSeen = asked;
-        lastRequest = now;
-    } else if (asked != 0 && now - lastRequest > patience) {
+        sinceRequest->restart();
+    } else if (asked != 0 && sinceRequest->elapsedMs() > patienceMs) {
         requests = requestsSeen = 0;
     }
     // An update that was under way when the display ended may have left values behind.

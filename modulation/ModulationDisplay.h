@@ -1,11 +1,12 @@
 #pragma once
 
+#include "foundation/IntervalTimer.h"
 #include "modulation/ModulationMatrix.h"
 
 #include <atomic>
-#include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <vector>
 
 class BinaryDataWriter;
@@ -14,8 +15,6 @@ class BinaryDataWriter;
 /// audio thread gathers, as long as somebody asks; the main thread collects.
 class ModulationDisplay {
 public:
-    using Clock = std::chrono::steady_clock;
-
     /// @param sourceValue  where a source stands, as 0..1; called on the audio thread
     ModulationDisplay(wave::Environment& owner, ModulationMatrix& shownMatrix,
                       std::function<float(int)> sourceValue);
@@ -28,7 +27,7 @@ public:
     void request() noexcept { ++requests; }
     /// Writes the distances of all targets from their parameters' signals, in units of the targets' scales,
     /// and then the values of all sources; all 0 when nobody has asked for long. Thread: main.
-    void collect(BinaryDataWriter& writer, Clock::time_point now = Clock::now());
+    void collect(BinaryDataWriter& writer);
 
 private:
     float distanceOf(int target) const noexcept REALTIME;
@@ -36,10 +35,10 @@ private:
     wave::Environment& environment;
     ModulationMatrix& matrix;
     std::function<float(int)> valueOfSource;
-    std::vector<std::atomic<float>> targets;  // by target id
-    std::vector<std::atomic<float>> sources;  // by source id
-    std::atomic<unsigned> requests{0};        // 0 while nobody asks
-    unsigned requestsSeen = 0;                // main thread
-    Clock::time_point lastRequest;            // main thread
-    std::uint64_t lastTime = 0;               // of the last update, in samples
+    std::vector<std::atomic<float>> targets;                              // by target id
+    std::vector<std::atomic<float>> sources;                              // by source id
+    std::atomic<unsigned> requests{0};                                    // 0 while nobody asks
+    unsigned requestsSeen = 0;                                            // main thread
+    std::unique_ptr<IntervalTimer> sinceRequest = createIntervalTimer();  // main thread
+    std::uint64_t lastTime = 0;                                           // of the last update, in samples
 };

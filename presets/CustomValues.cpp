@@ -40,7 +40,7 @@ void writeCustomValues(BinaryDataWriter& writer, const CustomValues& values,
     writer.writeString(last.second);
 }
 
-bool readCustomValues(std::istream& stream, CustomValues& values)
+bool readCustomValues(std::istream& stream, CustomValues& values, std::int32_t* version)
 {
     values.clear();
     if (!stream.good())
@@ -48,7 +48,9 @@ bool readCustomValues(std::istream& stream, CustomValues& values)
     BinaryDataReader reader(stream);
     if (!readBlockMagic(stream, reader))
         return true;
-    reader.readInt();  // all versions so far are alike
+    const std::int32_t found = reader.readInt();
+    if (version)
+        *version = found;
     const std::int32_t count = reader.readInt();
     std::string key;
     std::string value;

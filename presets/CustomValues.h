@@ -2,6 +2,7 @@
 
 #include "foundation/BinaryDataWriter.h"
 
+#include <cstdint>
 #include <functional>
 #include <istream>
 #include <map>
@@ -19,5 +20,6 @@ void writeCustomValues(BinaryDataWriter& writer, const CustomValues& values,
 
 /// Replaces the contents of `values` by what the block holds. Where no block begins the stream stays in its
 /// place, and `values` is empty. False, with what has been read so far, if the block is damaged.
-/// @param stream  seekable
-bool readCustomValues(std::istream& stream, CustomValues& values);
+/// @param stream   seekable
+/// @param version  if not null, gets the block's, which is 1 so far
+bool readCustomValues(std::istream& stream, CustomValues& values, std::int32_t* version = nullptr);

@@ -5,13 +5,13 @@
 #include "foundation/BinaryDataWriter.h"
 #include "foundation/FileTime.h"
 #include "foundation/OpenFile.h"
+#include "presets/CustomValues.h"
 #include "presets/PresetTextHeader.h"
 #include "presets/SectionTextReader.h"
 
 #include <array>
 #include <fstream>
 #include <iterator>
-#include <map>
 #include <sstream>
 
 namespace {
@@ -19,12 +19,8 @@ namespace {
 constexpr std::size_t signatureLength = 4;
 constexpr std::int32_t highestBinaryVersion = 0xFFFF;  // a text has letters in its place
 constexpr std::int32_t mostValues = 10000;
-constexpr std::string_view customMagic = "CuSV";
-constexpr std::int32_t customVersion = 1;
 constexpr const char* unreadable = "Incorrect file permissions or corrupt preset file.";
 constexpr const char* invalid = "Invalid file format.";
-
-using CustomValues = std::map<std::string, std::string>;
 
 /// A preset in the binary form, with its values as they stand in the file.
 struct BinaryPreset {
@@ -39,21 +35,6 @@ void readStart(BinaryDataReader& reader, BinaryPreset& preset)
 {
     reader.read(preset.signature.data(), preset.signature.size());
     preset.version = reader.readInt();
-}
-
-CustomValues readCustomValues(BinaryDataReader& reader)
-{
-    CustomValues values;
-    const std::int32_t count = reader.readInt();
-    std::string key;
-    std::string value;
-    for (std::int32_t i = 0; i < count && reader.good(); ++i) {
-        reader.readString(key);
-        reader.readString(value);
-        if (reader.good())
-            values[key] = value;
-    }
-    return values;
 }
 
 void take(const CustomValues& values, PresetInfo& entry)
@@ -89,8 +70,9 @@ bool readBinaryMetadata(std::istream& stream, BinaryDataReader& reader, PresetIn
     if (!reader.good() || count < 0)
         return false;
     stream.seekg(std::streamoff{4} * count, std::ios_base::cur);
-    if (reader.readMagic(customMagic))
-        take(readCustomValues(reader), entry);
+    CustomValues values;
+    readCustomValues(stream, values);  // of a damaged block, as far as it goes
+    take(values, entry);
     return true;
 }
 
@@ -106,10 +88,9 @@ bool readRest(std::istream& stream, BinaryDataReader& reader, BinaryPreset& pres
         return false;
     if (stream.peek() == std::istream::traits_type::eof())
         return true;
-    if (!reader.readMagic(customMagic) || reader.version() != customVersion)
-        return false;
-    preset.customValues = readCustomValues(reader);
-    return reader.good() && stream.peek() == std::istream::traits_type::eof();
+    std::int32_t version = 0;
+    return readCustomValues(stream, preset.customValues, &version) && version == 1 &&
+           stream.peek() == std::istream::traits_type::eof();
 }
 
 void write(std::ostream& stream, const BinaryPreset& preset)
@@ -119,12 +100,7 @@ void write(std::ostream& stream, const BinaryPreset& preset)
     writer.writeInt(preset.version);
     writer.writeInt(static_cast<std::int32_t>(preset.values.size() / 4));
     writer.write(preset.values.data(), preset.values.size());
-    writer.writeMagic(customMagic, customVersion);
-    writer.writeInt(static_cast<std::int32_t>(preset.customValues.size()));
-    for (const auto& [key, value] : preset.customValues) {
-        writer.writeString(key);
-        writer.writeString(value);
-    }
+    writeCustomValues(writer, preset.customValues);
 }
 
 /// Whether a text says what it should. One with a header that can't be read to its end doesn't.

@@ -2,6 +2,7 @@
 #include "foundation/BinaryDataWriter.h"
 #include "parameters/FloatPluginParameter.h"
 #include "support/PresetFixture.h"
+#include "support/QuietAdapter.h"
 #include "support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
@@ -61,13 +62,7 @@ struct TestPlugin : GenericPlugin {
     bool resetsViews = false;
 };
 
-struct Recorder : GenericPlugin::Adapter, GenericPlugin::Listener {
-    void sendParameterValue(int, float) override {}
-    void beginParameterGesture(int) override {}
-    void endParameterGesture(int) override {}
-    void latencyChanged() override {}
-    void controllerMapChanged() override {}
-    void pullDisplayData(bool) override {}
+struct Recorder : QuietAdapter, GenericPlugin::Listener {
     void parameterChanged(int index) override { forwarded.push_back(index); }
     void stateChanged(GenericPlugin::StateChange change) override
     {

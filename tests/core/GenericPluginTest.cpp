@@ -1,6 +1,7 @@
 #include "core/GenericPlugin.h"
 #include "parameters/FloatPluginParameter.h"
 #include "support/ControllerMapFile.h"
+#include "support/QuietAdapter.h"
 
 #include <gtest/gtest.h>
 
@@ -32,14 +33,10 @@ struct TestPlugin : GenericPlugin {
     FloatPluginParameter second{this, "Second"};
 };
 
-struct Recorder : GenericPlugin::Adapter, GenericPlugin::Listener {
-    void sendParameterValue(int, float) override {}
-    void beginParameterGesture(int) override {}
-    void endParameterGesture(int) override {}
+struct Recorder : QuietAdapter, GenericPlugin::Listener {
     void latencyChanged() override { ++latencyChanges; }
     void parameterChanged(int index) override { forwarded.push_back(index); }
     void controllerMapChanged() override { ++mapChanges; }
-    void pullDisplayData(bool) override {}
     void stateChanged(GenericPlugin::StateChange change) override { stateChanges.push_back(change); }
     void message(int code, int argument) noexcept override
     {

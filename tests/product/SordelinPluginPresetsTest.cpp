@@ -4,19 +4,14 @@
 #include "presets/CustomPresetLoader.h"
 #include "presets/PresetFile.h"
 
+#include "support/QuietAdapter.h"
+
 #include <sstream>
 
 namespace {
 
-struct Recorder : GenericPlugin::Adapter {
+struct Recorder : QuietAdapter {
     explicit Recorder(SordelinPlugin& observed) : plugin(observed) { plugin.setAdapter(this); }
-    void sendParameterValue(int, float) override {}
-    void beginParameterGesture(int) override {}
-    void endParameterGesture(int) override {}
-    void latencyChanged() override {}
-    void controllerMapChanged() override {}
-    void pullDisplayData(bool) override {}
-    void stateChanged(GenericPlugin::StateChange) override {}
     void parameterChanged(int index) override
     {
         forwarded.push_back(index);

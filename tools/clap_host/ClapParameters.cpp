@@ -23,13 +23,7 @@ std::string unknownNameMessage(std::string_view name, const std::vector<ClapPara
     names.reserve(parameters.size());
     for (const ClapParameter& parameter : parameters)
         names.push_back(parameter.name);
-    std::string message = "unknown parameter " + inQuotes(name);
-    std::string_view separator = "; did you mean ";
-    for (const std::string& near : nearestNames(name, names, 3)) {
-        message.append(separator).append(inQuotes(near));
-        separator = ", ";
-    }
-    return message;
+    return "unknown parameter " + inQuotes(name) + didYouMean(name, names);
 }
 
 }  // namespace

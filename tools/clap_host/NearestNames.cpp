@@ -1,5 +1,7 @@
 #include "clap_host/NearestNames.h"
 
+#include "clap_host/QuotedText.h"
+
 #include <algorithm>
 #include <numeric>
 #include <optional>
@@ -71,4 +73,12 @@ std::vector<std::string> nearestNames(std::string_view wanted, const std::vector
     for (const Candidate& candidate : candidates)
         result.push_back(*candidate.name);
     return result;
+}
+
+std::string didYouMean(std::string_view wanted, const std::vector<std::string>& names)
+{
+    std::string text;
+    for (const std::string& name : nearestNames(wanted, names, 3))
+        text.append(text.empty() ? "; did you mean " : ", ").append(inQuotes(name));
+    return text;
 }

@@ -12,3 +12,6 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) noexcept;
 /// @param limit  the most names to give; none is given that differs in more than about half of its letters
 std::vector<std::string> nearestNames(std::string_view wanted, const std::vector<std::string>& names,
                                       std::size_t limit);
+
+/// "; did you mean " and up to three of them in quotes; empty if none is near.
+std::string didYouMean(std::string_view wanted, const std::vector<std::string>& names);

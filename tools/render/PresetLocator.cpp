@@ -43,11 +43,6 @@ fs::path locatePreset(const ClapModule& module, const fs::path& pathOrName)
             return file;
         names.push_back(file.stem().string());
     }
-    std::string message = "there is no preset " + inQuotes(pathOrName.string());
-    std::string_view separator = "; did you mean ";
-    for (const std::string& name : nearestNames(pathOrName.string(), names, 3)) {
-        message.append(separator).append(inQuotes(name));
-        separator = ", ";
-    }
-    throw RenderError(message);
+    throw RenderError("there is no preset " + inQuotes(pathOrName.string()) +
+                      didYouMean(pathOrName.string(), names));
 }
