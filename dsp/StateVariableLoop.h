@@ -171,32 +171,49 @@ private:
         }
     };
 
-    /// The clipper of one filter.
+    static void lookUp(const float* const (&tables)[1], const int* indices, Float4& at,
+                       Float4& behind) noexcept REALTIME
+    {
+        lookUpPairs(tables[0], indices, at, behind);
+    }
+    static void lookUp(const float* const (&tables)[2], const int* indices, Float8& at,
+                       Float8& behind) noexcept REALTIME
+    {
+        lookUpPairs(tables, indices, at, behind);
+    }
+
+    /// The clippers of one filter or two.
+    template <int filters, class Vector>
     struct Clip {
-        Clip(const StateVariableKernel::Clipper& clipper, const Coefficients& coefficients) noexcept REALTIME
-            : values(clipper.values),
-              first(clipper.first),
-              lowest(static_cast<float>(clipper.first)),
-              highest(static_cast<float>(clipper.last)),
-              offset(clipper.offset),
-              inGain(Float4::load(coefficients.clipInGain)),
-              outGain(Float4::load(coefficients.clipOutGain))
-        {}
-        Float4 operator()(Float4 x) const noexcept REALTIME
+        Clip(const Job* const (&jobs)[filters],
+             const Coefficients* const (&segments)[filters]) noexcept REALTIME
         {
-            alignas(16) int index[lanes];
-            const Float4 place = clamp(multiplyAdd(x, inGain, offset), lowest, highest);
-            const Float4 weight = place - floorTo(place, index);
-            for (int& entry : index)
-                entry -= first;
-            Float4 at, behind;
-            lookUpPairs(values, index, at, behind);
+            alignas(16) float values[3][filters][lanes];
+            for (int n = 0; n < filters; ++n) {
+                const StateVariableKernel::Clipper& clipper = jobs[n]->clipper;
+                tables[n] = clipper.values - clipper.first;  // where the curve's place 0 is
+                Float4(static_cast<float>(clipper.first)).store(values[0][n]);
+                Float4(static_cast<float>(clipper.last)).store(values[1][n]);
+                Float4(clipper.offset).store(values[2][n]);
+            }
+            lowest = loadEach<filters>([&](int n) { return values[0][n]; });
+            highest = loadEach<filters>([&](int n) { return values[1][n]; });
+            offset = loadEach<filters>([&](int n) { return values[2][n]; });
+            inGain = loadEach<filters>([&](int n) { return segments[n]->clipInGain; });
+            outGain = loadEach<filters>([&](int n) { return segments[n]->clipOutGain; });
+        }
+        Vector operator()(const Vector& x) const noexcept REALTIME
+        {
+            alignas(32) int index[filters * lanes];
+            const Vector place = clamp(multiplyAdd(x, inGain, offset), lowest, highest);
+            const Vector weight = place - floorTo(place, index);
+            Vector at, behind;
+            lookUp(tables, index, at, behind);
             return multiplyAdd(behind - at, weight, at) * outGain;
         }
 
-        const float* values;
-        int first;
-        Float4 lowest, highest, offset, inGain, outGain;
+        const float* tables[filters];
+        Vector lowest, highest, offset, inGain, outGain;
     };
 
     /// All stages of one filter, or of two in series side by side, with the signal on its way through them.
@@ -208,10 +225,8 @@ private:
         using Vector = decltype(loadEach<filters>([](int) { return static_cast<const float*>(nullptr); }));
 
         Chain(const Job* const (&chainJobs)[filters],
-              const Coefficients* const (&segments)[filters]) noexcept REALTIME
-            : jobs(chainJobs),
-              clips{Clip(chainJobs[0]->clipper, *segments[0]),
-                    Clip(chainJobs[filters - 1]->clipper, *segments[filters - 1])}
+              const Coefficients* const (&segments)[filters]) noexcept REALTIME : jobs(chainJobs),
+                                                                                  clip(chainJobs, segments)
         {
             f = loadEach<filters>([&](int n) { return segments[n]->frequency; });
             k = loadEach<filters>([&](int n) { return segments[n]->cubic; });
@@ -266,13 +281,6 @@ private:
                 return sample * gain;
             else
                 return Float8(sample, secondSample) * gain;
-        }
-        Vector clip(const Vector& x) const noexcept REALTIME
-        {
-            if constexpr (filters == 1)
-                return clips[0](x);
-            else
-                return Float8(clips[0](x.lower()), clips[1](x.upper()));
         }
         static Vector step(Stage<Vector>& stage, const Vector& x, int s, const Chain& chain) noexcept REALTIME
         {
@@ -343,7 +351,7 @@ private:
         }
 
         const Job* const (&jobs)[filters];
-        Clip clips[2];
+        Clip<filters, Vector> clip;
         Vector f, k, gain;
         Mix<Vector> mix;
         Stage<Vector> live[stages];
