@@ -151,20 +151,24 @@ private:
     template <class Vector>
     struct Stage {
         Vector q;
+        Vector turn;  // f (f + q): what a round takes off the band state
         Vector band;
         Vector low;
 
-        /// Three rounds with the same input. The cubic term is off the path from one round to the next.
+        /// Three rounds with the same input. Each waits for the band state of the one before it, and little
+        /// else: what the low state and the cubic term add is ready by then.
         template <bool cubic>
         Vector step(Vector x, Vector f, Vector k, const Mix<Vector>& mix) noexcept REALTIME
         {
-            Vector high;
+            Vector before;
             for (int round = 0; round < 3; ++round) {
                 const Vector bent = cubic ? multiplySubtractFrom(k * band, band * band, band) : band;
+                const Vector push = (x - low) * f;
+                before = band;
                 low = multiplyAdd(f, band, low);
-                high = multiplySubtractFrom(q, band, x) - low;
-                band = multiplyAdd(high, f, bent);
+                band = bent + multiplySubtractFrom(turn, band, push);
             }
+            const Vector high = multiplySubtractFrom(q, before, x) - low;
             band = clamp(band, Vector(-1.0f), Vector(1.0f));
             low = clamp(low, Vector(-10.0f), Vector(10.0f));
             return multiplyAdd(mix.band, band, multiplyAdd(mix.low, low, mix.high * high));
@@ -242,6 +246,7 @@ private:
             mix.high = loadEach<filters>([&](int n) { return values[2][n]; });
             for (int s = 0; s < stages; ++s) {
                 live[s].q = loadEach<filters>([&](int n) { return segments[n]->damping[s]; });
+                live[s].turn = f * (f + live[s].q);
                 live[s].band = loadEach<filters>([&](int n) { return chainJobs[n]->states->band[s]; });
                 live[s].low = loadEach<filters>([&](int n) { return chainJobs[n]->states->low[s]; });
             }

@@ -113,10 +113,11 @@ private:
         }
     }
 
-    static std::unique_ptr<PluginSubject> warmPatch(const SpeedPatch& patch, const ClapModule& played)
+    std::unique_ptr<PluginSubject> warmPatch(const SpeedPatch& patch, const ClapModule& played) const
     {
         auto subject = std::make_unique<PluginSubject>(patch.name, played, patch.settings);
-        subject->warmUp();
+        if (!options.quick)
+            subject->warmUp();
         if (!patch.later.empty()) {
             subject->set(patch.later);
             subject->playStretch();
@@ -192,7 +193,7 @@ private:
     void measureBlocks()
     {
         SeriesPlan plan;
-        for (std::uint32_t frames = 16; frames <= 4096; frames *= 2) {
+        for (std::uint32_t frames = 16; frames <= 4096; frames *= options.quick ? 16 : 2) {
             plan.add("default, both filters on", frames,
                      std::make_unique<PluginSubject>("", module, SpeedSettings{}, frames));
             plan.add("default, filters off", frames,
@@ -208,7 +209,7 @@ private:
     void measureMatrix()
     {
         SeriesPlan plan;
-        for (int count = 0; count <= 24; count += 4) {
+        for (int count = 0; count <= 24; count += options.quick ? 24 : 4) {
             plan.add("slots from XY, filters off", count,
                      std::make_unique<PluginSubject>("", module, slotsInUse(count)));
             plan.add("moving sources in slots, filters off", count,
