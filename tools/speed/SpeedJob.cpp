@@ -133,8 +133,7 @@ private:
         if (!peerModule)
             return group;
         const clap_plugin_descriptor_t& told = peerModule->descriptor();
-        report.peerText = std::string(told.name) + " " + (told.version ? told.version : "") +
-                          " of the package " + peerPackage +
+        report.peerText = std::string("of the package ") + peerPackage +
                           ": one delay line, one filter and one channel each; played twice";
         group.subjects.push_back(std::make_unique<MonoPairSubject>(told.name, *peerModule));
         return group;
