@@ -29,7 +29,7 @@ using Weight = PlotTextStyle::Weight;
 double roundedUp(double value)
 {
     const double decade = std::pow(10.0, std::floor(std::log10(value)));
-    for (const double step : {1.0, 1.5, 2.0, 3.0, 4.0, 5.0, 8.0}) {
+    for (const double step : {1.0, 1.2, 1.6, 2.0, 2.4, 3.2, 4.0, 6.0, 8.0}) {
         if (step * decade >= value)
             return step * decade;
     }
@@ -101,7 +101,8 @@ private:
             most = std::max(most, one.nanoseconds);
         const PlotRect area{340.0, curveTop, 340.0, barStep * static_cast<double>(bars.size())};
         const ChartAxis across = upTo(roundedUp(1.15 * most), 5, " ns");
-        ChartPanel(area, across, {}).drawGrid(canvas, "By patch, blocks of 128");
+        ChartPanel(area, across, {})
+            .drawGrid(canvas, "By patch, blocks of 128; dashed: the bare loops, four lanes");
         drawMark(area, across, report.floors.front().figure.least);
         double y = area.y + 0.5 * (barStep - barHeight);
         for (const Bar& one : bars) {
@@ -109,8 +110,11 @@ private:
             canvas.text({area.x - plotTheme::labelGap, y + 11.5}, one.name,
                         {plotTheme::labelSize, plotTheme::ink, Align::Right});
             canvas.fill({area.x, y, width, barHeight}, one.colour);
-            canvas.text({area.x + width + 5.0, y + 11.5}, fixedText(one.nanoseconds, 1),
-                        {plotTheme::labelSize, plotTheme::softInk});
+            const std::string number = fixedText(one.nanoseconds, 1);
+            const PlotTextStyle style{plotTheme::labelSize, plotTheme::softInk};
+            const double numberWidth = canvas.textWidth(number, style);
+            canvas.fill({area.x + width + 3.0, y, numberWidth + 4.0, barHeight}, plotTheme::panel);
+            canvas.text({area.x + width + 5.0, y + 11.5}, number, style);
             y += barStep;
         }
     }
