@@ -228,12 +228,12 @@ private:
             places.push_back(at);
             subjects.push_back(std::move(subject));
         }
-        std::vector<SpeedSeries> measure(int rounds, const std::function<void(double)>& tellDone) const
+        std::vector<SpeedSeries> measure(int count, const std::function<void(double)>& tellDone) const
         {
             std::vector<SpeedSubject*> all;
             for (const auto& subject : subjects)
                 all.push_back(subject.get());
-            const std::vector<SpeedFigure> figures = measureInTurn(all, rounds, tellDone);
+            const std::vector<SpeedFigure> figures = measureInTurn(all, count, tellDone);
             std::vector<SpeedSeries> curves;
             for (std::size_t i = 0; i < names.size(); ++i) {
                 auto curve = std::ranges::find(curves, names[i], &SpeedSeries::name);
