@@ -43,6 +43,14 @@ void Delay::clear() noexcept
 void Delay::storeFinite(const float* samples, int place, int count) noexcept
 {
     float* out = ring.data() + place;
+    // Nearly always all of them pass, and looking is quicker than bending each.
+    int beyond = 0;
+    for (int i = 0; i < count; ++i)
+        beyond |= std::fabs(samples[i]) <= ceiling ? 0 : 1;
+    if (beyond == 0) {
+        std::copy_n(samples, count, out);
+        return;
+    }
     for (int i = 0; i < count; ++i) {
         const float number = samples[i] == samples[i] ? samples[i] : 0.0f;
         const float capped = number < ceiling ? number : ceiling;

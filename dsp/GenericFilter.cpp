@@ -65,15 +65,32 @@ wave::Block& GenericFilter::pullInput(int count) noexcept
     return input ? input->pull(count) : environment().silentBlock();
 }
 
+// With many instances the memory touched counts: a mix at rest, as most are, needs no block.
+void GenericFilter::gatherMix(int count) noexcept
+{
+    mixBlock = nullptr;
+    if (mix.rests(count, restingMix))
+        return;
+    wave::Block& pulled = mix.pull(count);
+    if (pulled.isConstant())
+        restingMix = pulled[0];
+    else
+        mixBlock = &pulled;
+}
+
+bool GenericFilter::mixRestsAt(float value) const noexcept { return !mixBlock && isNear(restingMix, value); }
+
 bool GenericFilter::gather(int count, FilterSignals& signals) noexcept
 {
-    mixBlock = &mix.pull(count);
-    active = !(mixBlock->isConstant() && isNear((*mixBlock)[0], 0.0f));
+    gatherMix(count);
+    active = !mixRestsAt(0.0f);
     if (!active)
         return false;
     const wave::Block& frequencies = frequency.pull(count);
     const wave::Block& peaks = peak.pull(count);
-    const wave::Block& gains = gain.pull(count);
+    float restingGain = 0.0f;
+    const bool plain = gain.rests(count, restingGain) && restingGain == 1.0f;
+    const wave::Block& gains = plain ? environment().unityBlock() : gain.pull(count);
     const bool gated = autoMute.value() && gate;
     signals.frequency = frequencies.data();
     signals.peak = peaks.data();
@@ -92,8 +109,8 @@ void GenericFilter::finish(wave::Block& in, wave::Block& out, int count) noexcep
         return;
     }
     smoothSwitch(out, count);
-    if (!(mixBlock->isConstant() && isNear((*mixBlock)[0], 1.0f))) {
-        const float* blend = mixBlock->data();
+    if (!mixRestsAt(1.0f)) {
+        const float* blend = mixBlock ? mixBlock->data() : mix.pull(count).data();
         for (int i = 0; i < count; ++i)
             out[i] = (out[i] - in[i]) * blend[i] + in[i];
     }
@@ -103,7 +120,7 @@ void GenericFilter::finish(wave::Block& in, wave::Block& out, int count) noexcep
 
 bool GenericFilter::passesWhole() const noexcept
 {
-    return active && !switched && fadeLeft == 0 && mixBlock->isConstant() && isNear((*mixBlock)[0], 1.0f);
+    return active && !switched && fadeLeft == 0 && mixRestsAt(1.0f);
 }
 
 void GenericFilter::smoothSwitch(wave::Block& out, int count) noexcept

@@ -62,6 +62,8 @@ protected:
     ParallelFilterUnit* parallelUnit() const noexcept REALTIME { return parallel; }
 
 private:
+    void gatherMix(int count) noexcept REALTIME;
+    bool mixRestsAt(float value) const noexcept REALTIME;
     void smoothSwitch(wave::Block& out, int count) noexcept REALTIME;
 
     bool active = false;
@@ -70,7 +72,8 @@ private:
     float jump = 0.0f;   // what is still to be faded out: at first, the step that the switch made
     int fadeLeft = 0;    // samples
     int fadeLength = 1;  // samples
-    wave::Block* mixBlock = nullptr;
+    wave::Block* mixBlock = nullptr;  // null while the mix rests
+    float restingMix = 1.0f;
     SingleFilterUnit* single = nullptr;
     ParallelFilterUnit* parallel = nullptr;
 };

@@ -22,7 +22,8 @@ struct StateVariableKernel {
         float band[maxStages][lanes];
         float low[maxStages][lanes];
     };
-    /// The clipper's curve at whole numbers from `first` to `last`; `values` holds one more.
+    /// The clipper's curve at whole numbers from `first`, which is 0 or less, to `last`; `values` holds one
+    /// more.
     struct Clipper {
         const float* values;
         int first;

@@ -151,52 +151,73 @@ private:
     template <class Vector>
     struct Stage {
         Vector q;
+        Vector turn;  // f (f + q): what a round takes off the band state
         Vector band;
         Vector low;
 
-        /// Three rounds with the same input. The cubic term is off the path from one round to the next.
+        /// Three rounds with the same input. Each waits for the band state of the one before it, and little
+        /// else: what the low state and the cubic term add is ready by then.
         template <bool cubic>
         Vector step(Vector x, Vector f, Vector k, const Mix<Vector>& mix) noexcept REALTIME
         {
-            Vector high;
+            Vector before;
             for (int round = 0; round < 3; ++round) {
                 const Vector bent = cubic ? multiplySubtractFrom(k * band, band * band, band) : band;
+                const Vector push = (x - low) * f;
+                before = band;
                 low = multiplyAdd(f, band, low);
-                high = multiplySubtractFrom(q, band, x) - low;
-                band = multiplyAdd(high, f, bent);
+                band = bent + multiplySubtractFrom(turn, band, push);
             }
+            const Vector high = multiplySubtractFrom(q, before, x) - low;
             band = clamp(band, Vector(-1.0f), Vector(1.0f));
             low = clamp(low, Vector(-10.0f), Vector(10.0f));
             return multiplyAdd(mix.band, band, multiplyAdd(mix.low, low, mix.high * high));
         }
     };
 
-    /// The clipper of one filter.
+    static void lookUp(const float* const (&tables)[1], const int* indices, Float4& at,
+                       Float4& behind) noexcept REALTIME
+    {
+        lookUpPairs(tables[0], indices, at, behind);
+    }
+    static void lookUp(const float* const (&tables)[2], const int* indices, Float8& at,
+                       Float8& behind) noexcept REALTIME
+    {
+        lookUpPairs(tables, indices, at, behind);
+    }
+
+    /// The clippers of one filter or two.
+    template <int filters, class Vector>
     struct Clip {
-        Clip(const StateVariableKernel::Clipper& clipper, const Coefficients& coefficients) noexcept REALTIME
-            : values(clipper.values),
-              first(clipper.first),
-              lowest(static_cast<float>(clipper.first)),
-              highest(static_cast<float>(clipper.last)),
-              offset(clipper.offset),
-              inGain(Float4::load(coefficients.clipInGain)),
-              outGain(Float4::load(coefficients.clipOutGain))
-        {}
-        Float4 operator()(Float4 x) const noexcept REALTIME
+        Clip(const Job* const (&jobs)[filters],
+             const Coefficients* const (&segments)[filters]) noexcept REALTIME
         {
-            alignas(16) int index[lanes];
-            const Float4 place = clamp(multiplyAdd(x, inGain, offset), lowest, highest);
-            const Float4 weight = place - floorTo(place, index);
-            for (int& entry : index)
-                entry -= first;
-            Float4 at, behind;
-            lookUpPairs(values, index, at, behind);
+            alignas(16) float values[3][filters][lanes];
+            for (int n = 0; n < filters; ++n) {
+                const StateVariableKernel::Clipper& clipper = jobs[n]->clipper;
+                tables[n] = clipper.values - clipper.first;  // where the curve's place 0 is
+                Float4(static_cast<float>(clipper.first)).store(values[0][n]);
+                Float4(static_cast<float>(clipper.last)).store(values[1][n]);
+                Float4(clipper.offset).store(values[2][n]);
+            }
+            lowest = loadEach<filters>([&](int n) { return values[0][n]; });
+            highest = loadEach<filters>([&](int n) { return values[1][n]; });
+            offset = loadEach<filters>([&](int n) { return values[2][n]; });
+            inGain = loadEach<filters>([&](int n) { return segments[n]->clipInGain; });
+            outGain = loadEach<filters>([&](int n) { return segments[n]->clipOutGain; });
+        }
+        Vector operator()(const Vector& x) const noexcept REALTIME
+        {
+            alignas(32) int index[filters * lanes];
+            const Vector place = clamp(multiplyAdd(x, inGain, offset), lowest, highest);
+            const Vector weight = place - floorTo(place, index);
+            Vector at, behind;
+            lookUp(tables, index, at, behind);
             return multiplyAdd(behind - at, weight, at) * outGain;
         }
 
-        const float* values;
-        int first;
-        Float4 lowest, highest, offset, inGain, outGain;
+        const float* tables[filters];
+        Vector lowest, highest, offset, inGain, outGain;
     };
 
     /// All stages of one filter, or of two in series side by side, with the signal on its way through them.
@@ -208,10 +229,8 @@ private:
         using Vector = decltype(loadEach<filters>([](int) { return static_cast<const float*>(nullptr); }));
 
         Chain(const Job* const (&chainJobs)[filters],
-              const Coefficients* const (&segments)[filters]) noexcept REALTIME
-            : jobs(chainJobs),
-              clips{Clip(chainJobs[0]->clipper, *segments[0]),
-                    Clip(chainJobs[filters - 1]->clipper, *segments[filters - 1])}
+              const Coefficients* const (&segments)[filters]) noexcept REALTIME : jobs(chainJobs),
+                                                                                  clip(chainJobs, segments)
         {
             f = loadEach<filters>([&](int n) { return segments[n]->frequency; });
             k = loadEach<filters>([&](int n) { return segments[n]->cubic; });
@@ -227,6 +246,7 @@ private:
             mix.high = loadEach<filters>([&](int n) { return values[2][n]; });
             for (int s = 0; s < stages; ++s) {
                 live[s].q = loadEach<filters>([&](int n) { return segments[n]->damping[s]; });
+                live[s].turn = f * (f + live[s].q);
                 live[s].band = loadEach<filters>([&](int n) { return chainJobs[n]->states->band[s]; });
                 live[s].low = loadEach<filters>([&](int n) { return chainJobs[n]->states->low[s]; });
             }
@@ -266,13 +286,6 @@ private:
                 return sample * gain;
             else
                 return Float8(sample, secondSample) * gain;
-        }
-        Vector clip(const Vector& x) const noexcept REALTIME
-        {
-            if constexpr (filters == 1)
-                return clips[0](x);
-            else
-                return Float8(clips[0](x.lower()), clips[1](x.upper()));
         }
         static Vector step(Stage<Vector>& stage, const Vector& x, int s, const Chain& chain) noexcept REALTIME
         {
@@ -343,7 +356,7 @@ private:
         }
 
         const Job* const (&jobs)[filters];
-        Clip clips[2];
+        Clip<filters, Vector> clip;
         Vector f, k, gain;
         Mix<Vector> mix;
         Stage<Vector> live[stages];

@@ -57,10 +57,8 @@ public:
     friend void lookUpPairs(const float* table, const int* indices, Float4& at,
                             Float4& behind) noexcept REALTIME
     {
-        const auto pair = [&](int i) { return reinterpret_cast<const simde__m64*>(table + indices[i]); };
-        const simde__m128 none = simde_mm_setzero_ps();
-        const simde__m128 first = simde_mm_loadh_pi(simde_mm_loadl_pi(none, pair(0)), pair(1));
-        const simde__m128 second = simde_mm_loadh_pi(simde_mm_loadl_pi(none, pair(2)), pair(3));
+        const simde__m128 first = pairs(table, indices);
+        const simde__m128 second = pairs(table, indices + 2);
         at.v = simde_mm_shuffle_ps(first, second, SIMDE_MM_SHUFFLE(2, 0, 2, 0));
         behind.v = simde_mm_shuffle_ps(first, second, SIMDE_MM_SHUFFLE(3, 1, 3, 1));
     }
@@ -83,6 +81,12 @@ public:
 
 private:
     friend class Float8;
+    /// `table[index]` and what stands behind it, for two indices.
+    static simde__m128 pairs(const float* table, const int* indices) noexcept REALTIME
+    {
+        const auto pair = [&](int i) { return reinterpret_cast<const simde__m64*>(table + indices[i]); };
+        return simde_mm_loadh_pi(simde_mm_loadl_pi(simde_mm_setzero_ps(), pair(0)), pair(1));
+    }
     Float4(simde__m128 x) noexcept : v(x) {}
     simde__m128 v;
 #else

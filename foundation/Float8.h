@@ -9,7 +9,8 @@
 
 inline namespace SORDELIN_VECTOR_VARIANT {
 
-/// Two Float4 side by side, in one register where there are such.
+/// Two Float4 side by side, in one register where there are such. Integers that go with it are aligned to 32
+/// bytes.
 class Float8 {
 public:
     static constexpr int width = 8;
@@ -43,8 +44,30 @@ public:
         return c - a * b;
 #endif
     }
+    /// As that of Float4, each half in a table of its own.
+    friend void lookUpPairs(const float* const (&tables)[2], const int* indices, Float8& at,
+                            Float8& behind) noexcept REALTIME
+    {
+        const simde__m256 first = rows(tables, indices, 0);
+        const simde__m256 second = rows(tables, indices, 2);
+        at.v = simde_mm256_shuffle_ps(first, second, SIMDE_MM_SHUFFLE(2, 0, 2, 0));
+        behind.v = simde_mm256_shuffle_ps(first, second, SIMDE_MM_SHUFFLE(3, 1, 3, 1));
+    }
+    /// As that of Float4.
+    friend Float8 floorTo(Float8 a, int* indices) noexcept REALTIME
+    {
+        const simde__m256 floor = simde_mm256_floor_ps(a.v);
+        simde_mm256_store_si256(reinterpret_cast<simde__m256i*>(indices), simde_mm256_cvttps_epi32(floor));
+        return floor;
+    }
 
 private:
+    /// Two pairs of each half.
+    static simde__m256 rows(const float* const (&tables)[2], const int* indices, int from) noexcept REALTIME
+    {
+        return Float8(Float4::pairs(tables[0], indices + from), Float4::pairs(tables[1], indices + 4 + from))
+            .v;
+    }
     Float8(simde__m256 x) noexcept : v(x) {}
     simde__m256 v;
 #else
@@ -80,6 +103,16 @@ private:
     friend Float8 multiplySubtractFrom(const Float8& a, const Float8& b, const Float8& c) noexcept REALTIME
     {
         return {multiplySubtractFrom(a.low, b.low, c.low), multiplySubtractFrom(a.high, b.high, c.high)};
+    }
+    friend void lookUpPairs(const float* const (&tables)[2], const int* indices, Float8& at,
+                            Float8& behind) noexcept REALTIME
+    {
+        lookUpPairs(tables[0], indices, at.low, behind.low);
+        lookUpPairs(tables[1], indices + Float4::width, at.high, behind.high);
+    }
+    friend Float8 floorTo(const Float8& a, int* indices) noexcept REALTIME
+    {
+        return {floorTo(a.low, indices), floorTo(a.high, indices + Float4::width)};
     }
 
 private:

@@ -1,5 +1,6 @@
 #include "modulation/Mixer.h"
 
+#include "foundation/Float4.h"
 #include "foundation/Tolerance.h"
 
 #include <algorithm>
@@ -42,19 +43,32 @@ float joined(Mixer::Operation operation, float y, float p) noexcept
     return y;
 }
 
-/// out = in * gain, or out += in * gain.
-void accumulate(float* out, const wave::Block& in, const wave::Block& gain, int count, bool first) noexcept
+/// Four samples at a time; the blocks have room for that.
+template <class F>
+void fillByFours(float* out, int count, F samplesAt) noexcept
+{
+    for (int i = 0; i < count; i += Float4::width)
+        samplesAt(i).store(out + i);
+}
+
+/// out = before + in * gain, or in * gain where there is nothing before. `before` may be `out`.
+void accumulate(float* out, const float* before, const wave::Block& in, const wave::Block& gain,
+                int count) noexcept
 {
     const float* x = in.data();
     const float* g = gain.data();
-    if (gain.isConstant()) {
-        const float scale = g[0];
-        for (int i = 0; i < count; ++i)
-            out[i] = first ? x[i] * scale : out[i] + x[i] * scale;
-        return;
-    }
-    for (int i = 0; i < count; ++i)
-        out[i] = first ? x[i] * g[i] : out[i] + x[i] * g[i];
+    const Float4 steady(g[0]);
+    const auto scaled = [&](int i) { return Float4::load(x + i) * steady; };
+    const auto shaped = [&](int i) { return Float4::load(x + i) * Float4::load(g + i); };
+    const auto behind = [&](int i) { return Float4::load(before + i); };
+    if (gain.isConstant() && before)
+        fillByFours(out, count, [&](int i) { return behind(i) + scaled(i); });
+    else if (gain.isConstant())
+        fillByFours(out, count, scaled);
+    else if (before)
+        fillByFours(out, count, [&](int i) { return behind(i) + shaped(i); });
+    else
+        fillByFours(out, count, shaped);
 }
 
 }  // namespace
@@ -103,10 +117,9 @@ void Mixer::sum(wave::Block& block, int count) noexcept
         if (empty && gain.isConstant() && isNear(gain[0], 1.0f)) {
             untouched = &in;
         } else {
-            if (untouched)
-                std::copy_n(untouched->data(), count, block.data());
+            const float* before = untouched ? untouched->data() : empty ? nullptr : block.data();
             untouched = nullptr;
-            accumulate(block.data(), in, gain, count, empty);
+            accumulate(block.data(), before, in, gain, count);
         }
         empty = false;
     }

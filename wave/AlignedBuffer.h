@@ -6,12 +6,12 @@
 
 namespace wave {
 
-/// A resizable array of floats for signal data. The start is aligned to 32 bytes, the memory is zero when
-/// taken, and the usable length is rounded up to 32 bytes, so that loops may work in groups of four or eight
-/// and touch what lies behind the last sample.
+/// A resizable array of floats for signal data. The start is aligned to a cache line, the memory is zero
+/// when taken, and the usable length is rounded up to whole lines, so that loops may work in groups of four
+/// or eight and touch what lies behind the last sample.
 class AlignedBuffer {
 public:
-    static constexpr std::size_t alignment = 32;  // bytes
+    static constexpr std::size_t alignment = 64;  // bytes
 
     AlignedBuffer() = default;
     explicit AlignedBuffer(int initialLength) { resize(initialLength); }

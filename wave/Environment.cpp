@@ -8,7 +8,9 @@
 namespace wave {
 
 Environment::Environment()
-    : scratchBlocks{std::make_unique<Block>(*this), std::make_unique<Block>(*this)}, silence(*this, 0.0f)
+    : scratchBlocks{std::make_unique<Block>(*this), std::make_unique<Block>(*this)},
+      silence(*this, 0.0f),
+      unity(*this, 1.0f)
 {}
 
 void Environment::nextGeneration() noexcept

@@ -43,6 +43,8 @@ public:
 
     /// Always zero, flagged constant. What silent components point at.
     Block& silentBlock() noexcept REALTIME { return silence; }
+    /// Always one, flagged constant.
+    Block& unityBlock() noexcept REALTIME { return unity; }
     /// Two blocks that any component may use within one call.
     Block& scratchBlock(int index) noexcept REALTIME
     {
@@ -98,6 +100,7 @@ private:
     std::array<std::unique_ptr<Block>, 2> scratchBlocks;
     std::uint32_t generation = 0;
     ConstValueBlock silence;
+    ConstValueBlock unity;
 };
 
 }  // namespace wave

@@ -38,6 +38,15 @@ public:
     /// Reads `producer`, or the parameter in here if it is null.
     void connect(wave::Producer* producer) noexcept REALTIME { current = producer ? producer : &source; }
     wave::Block& pull(int count) noexcept REALTIME { return current->pull(count); }
+    /// Gets the value that the parameter in here keeps for `count` samples, without a block of it. False if
+    /// it moves, or if something else is read: then `pull` is due.
+    bool rests(int count, float& value) noexcept REALTIME
+    {
+        if (current != &source || !source.parameter.rest(count))
+            return false;
+        value = source.parameter.target();
+        return true;
+    }
     FloatParameter& parameter() noexcept REALTIME { return source.parameter; }
     /// Where the input stands, also while nobody reads it.
     float presentValue() noexcept REALTIME

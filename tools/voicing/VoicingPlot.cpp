@@ -1,8 +1,8 @@
 #include "voicing/VoicingPlot.h"
 
 #include "clap_host/NumberText.h"
+#include "plot/ChartPanel.h"
 #include "plot/PlotTheme.h"
-#include "voicing/ChartPanel.h"
 #include "voicing/VoicingMeter.h"
 
 #include <algorithm>

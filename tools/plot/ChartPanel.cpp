@@ -1,4 +1,4 @@
-#include "voicing/ChartPanel.h"
+#include "plot/ChartPanel.h"
 
 #include "plot/PlotTheme.h"
 
