@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include FT_PARAMETER_TAGS_H
+
 namespace gui {
 
 namespace {
@@ -54,6 +56,13 @@ FontFace::FontFace(FT_Face opened, hb_blob_t* blob, int index) : drawn(opened)
     // Bitmap fonts have no outlines to draw.
     if (!FT_IS_SCALABLE(drawn))
         throw std::runtime_error("Invalid font");
+}
+
+void FontFace::DarkenStems()
+{
+    FT_Bool on = 1;
+    FT_Parameter darkening{FT_PARAM_TAG_STEM_DARKENING, &on};
+    FT_Face_Properties(drawn.get(), 1, &darkening);
 }
 
 bool FontFace::HasGlyph(char32_t character) const { return FT_Get_Char_Index(drawn.get(), character) != 0; }

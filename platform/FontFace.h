@@ -19,6 +19,9 @@ public:
     /// A font of a file that may hold several.
     FontFace(FT_Library library, const std::string& path, int index);
 
+    /// Thickens the stems of small sizes, which otherwise come out grey for being thinner than a pixel.
+    void DarkenStems();
+
     bool HasGlyph(char32_t character) const;
     float Ascent() const { return Ems(drawn->ascender); }
     float Descent() const { return -Ems(drawn->descender); }

@@ -59,6 +59,7 @@ FontLibrary::FontLibrary()
     if (FT_Init_FreeType(&library) != 0)
         throw std::runtime_error("No font library");
     regular = std::make_unique<FontFace>(library, findResource("Inter-Regular.otf"));
+    regular->DarkenStems();
     emphasised = std::make_unique<FontFace>(library, findResource("Inter-Bold.otf"));
 }
 
