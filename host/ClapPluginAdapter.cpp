@@ -7,8 +7,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstring>
+
+namespace {
+
+// Hz. No interface runs faster than 768 kHz; the delay lines of a rate far above would take all memory.
+constexpr float lowestSampleRate = 1.0f;
+constexpr float highestSampleRate = 4.0f * 768000.0f;
+
+}  // namespace
 
 // Life.
 
@@ -71,7 +78,8 @@ bool ClapPluginAdapter::init()
 bool ClapPluginAdapter::activate(double sampleRate)
 {
     const auto rate = static_cast<float>(sampleRate);
-    if (!(rate >= 1.0f) || !std::isfinite(rate))
+    // NaN is none of them.
+    if (!(rate >= lowestSampleRate && rate <= highestSampleRate))
         return false;
     if (!isNear(rate, plugin->sampleRate()))
         plugin->setSampleRate(rate);
@@ -131,9 +139,12 @@ clap_process_status ClapPluginAdapter::process(const clap_process_t& block) noex
     gatherOutputs(block, channels);
     passTransport(block.transport);
     const unsigned status = renderBlock(block, channels);
-    if (block.audio_outputs_count > 0 &&
-        static_cast<int>(block.audio_outputs[0].channel_count) == plugin->channelCount())
-        block.audio_outputs[0].constant_mask = status & BypassProcessor::OutputSilent ? 0xFFFFFFFFu : 0u;
+    if (block.audio_outputs_count > 0) {
+        // Of channels beyond the layout nothing is known.
+        clap_audio_buffer_t& output = block.audio_outputs[0];
+        const bool known = static_cast<int>(output.channel_count) == plugin->channelCount();
+        output.constant_mask = known && (status & BypassProcessor::OutputSilent) ? 0xFFFFFFFFu : 0u;
+    }
     drainOutEvents(block.out_events);
     return CLAP_PROCESS_CONTINUE;
 }

@@ -181,6 +181,10 @@ TEST(Robustness, TellsTheTruthAboutSilence)
     EXPECT_EQ(sound.outputs[0].constant_mask, 0u);
     plain.instance.process(silence.block);  // echoes are to come
     EXPECT_EQ(silence.outputs[0].constant_mask, 0u);
+    silence.outputs[0].channel_count = 1;  // and of a port that isn't ours nothing is known
+    silence.outputs[0].constant_mask = 3;
+    plain.instance.process(silence.block);
+    EXPECT_EQ(silence.outputs[0].constant_mask, 0u);
 }
 
 TEST(Robustness, StartsAnewAtEverySampleRate)
