@@ -201,6 +201,14 @@ void GenericPluginProcessor::sampleRateChanged()
 
 // MIDI.
 
+void GenericPluginProcessor::queueMidi(const MidiMessage& message) noexcept
+{
+    if (isAudioCall())
+        midiQueue.pushWithin(message);
+    else
+        midiQueue.push(message);
+}
+
 bool GenericPluginProcessor::acceptsMidi() const noexcept
 {
     return !midiStateParameter || std::lround(midiStateParameter->currentValue()) == 0;
@@ -257,7 +265,8 @@ void GenericPluginProcessor::requestHardReset() { pushChange({hardResetRequest, 
 
 void GenericPluginProcessor::pushChange(ParameterChange change) noexcept
 {
-    if (!parameterQueue.push(change))
+    const int taken = isAudioCall() ? parameterQueue.pushWithin(change) : parameterQueue.push(change);
+    if (!taken)
         changesLost.store(true);
 }
 

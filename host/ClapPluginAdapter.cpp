@@ -32,8 +32,8 @@ ClapPluginAdapter::ClapPluginAdapter(const clap_host_t& clapHost, const clap_plu
     clapPlugin.plugin_data = this;
     clapPlugin.init = [](const clap_plugin_t* p) { return of(p).init(); };
     clapPlugin.destroy = [](const clap_plugin_t* p) { delete &of(p); };
-    clapPlugin.activate = [](const clap_plugin_t* p, double rate, uint32_t, uint32_t) {
-        return onMainThread(p).activate(rate);
+    clapPlugin.activate = [](const clap_plugin_t* p, double rate, uint32_t, uint32_t maxFrames) {
+        return onMainThread(p).activate(rate, maxFrames);
     };
     clapPlugin.deactivate = [](const clap_plugin_t* p) { onMainThread(p).deactivate(); };
     clapPlugin.start_processing = [](const clap_plugin_t* p) {
@@ -75,7 +75,7 @@ bool ClapPluginAdapter::init()
     return true;
 }
 
-bool ClapPluginAdapter::activate(double sampleRate)
+bool ClapPluginAdapter::activate(double sampleRate, std::uint32_t maxFrames)
 {
     const auto rate = static_cast<float>(sampleRate);
     // NaN is none of them.
@@ -84,6 +84,8 @@ bool ClapPluginAdapter::activate(double sampleRate)
     if (!isNear(rate, plugin->sampleRate()))
         plugin->setSampleRate(rate);
     processor->engine().setSampleRate(rate);
+    processor->reserveBlock(maxFrames);
+    outEvents.reserve(maxFrames);
     if (latencyChangePending && hostExtensions.latency)
         hostExtensions.latency->changed(&host);
     latencyChangePending = false;
@@ -131,9 +133,16 @@ void ClapPluginAdapter::latencyChanged()
 
 // Processing.
 
+void ClapPluginAdapter::reset() noexcept
+{
+    const GenericPluginProcessor::AudioCall call(*processor);
+    processor->reset();
+}
+
 clap_process_status ClapPluginAdapter::process(const clap_process_t& block) noexcept
 {
     const FloatingPointScope floatingPoint;
+    const GenericPluginProcessor::AudioCall call(*processor);
     Channels channels;
     gatherChannels(block, channels);
     gatherOutputs(block, channels);
