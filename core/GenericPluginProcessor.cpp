@@ -255,6 +255,11 @@ void GenericPluginProcessor::programChanged(int bank, int program) noexcept
 void GenericPluginProcessor::parameterValueChanged(int index, float value, int changeFlags) noexcept
 {
     pushChange({index, value});
+    // Another thread may have set it meanwhile and pushed before: what is pushed last is what holds.
+    for (float pushed = value; pushed != parameter(index).currentValue();) {
+        pushed = parameter(index).currentValue();
+        pushChange({index, pushed});
+    }
     if ((changeFlags & noEcho) == 0 && adapter)
         adapter->parameterChangedByProcessor(index);
 }

@@ -106,8 +106,7 @@ void ClapPluginAdapter::queueOutEvent(const OutEvent& event) noexcept
 
 void ClapPluginAdapter::setParameter(int index, float value) noexcept
 {
-    plugin->parameter(index).setValue(value, noEcho);
-    processor->parameter(index).setValue(value, noEcho);
+    automate(index, value);
     OutEvent event{};
     event.value.header = {sizeof event.value, 0, CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_VALUE, 0};
     event.value.param_id = static_cast<clap_id>(index);

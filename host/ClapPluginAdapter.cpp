@@ -230,12 +230,8 @@ unsigned ClapPluginAdapter::renderBlock(const clap_process_t& block, Channels& c
 
 void ClapPluginAdapter::applyParameter(clap_id id, double value) noexcept
 {
-    if (parameterOf(id) == nullptr)
-        return;
-    const int index = static_cast<int>(id);
-    const auto newValue = static_cast<float>(value);
-    plugin->parameter(index).setValue(newValue, noEcho);
-    processor->parameter(index).setValue(newValue, noEcho);
+    if (parameterOf(id))
+        automate(static_cast<int>(id), static_cast<float>(value));
 }
 
 void ClapPluginAdapter::queueMidi(std::uint8_t status, std::uint8_t data1, std::uint8_t data2,
