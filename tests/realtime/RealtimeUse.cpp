@@ -99,7 +99,7 @@ void RealtimeUse::play(std::uint32_t seed, double sampleRate, std::uint32_t long
         watched(counts, [&] { instance.process(block); });
         if (numbers.oneIn(100))
             watched(counts, [&] { instance.flush(events); });
-        if (numbers.oneIn(1000)) {
+        if (events.size() < 10 && numbers.oneIn(1000)) {
             watched(counts, [&] {
                 instance.reset();
                 instance.stopProcessing();

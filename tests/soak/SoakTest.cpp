@@ -20,6 +20,11 @@ namespace {
 
 constexpr double rates[] = {48000.0, 88200.0, 96000.0, 176400.0, 192000.0, 22050.0, 32000.0, 44100.0};
 constexpr std::uint32_t longestBlock = 1024;
+#if defined(SORDELIN_SANITIZED)
+constexpr double quickSeconds = 8.0;  // of sound
+#else
+constexpr double quickSeconds = 64.0;
+#endif
 
 /// Automates what it is given and plays through it.
 class Endurance {
@@ -122,7 +127,7 @@ TEST(Soak, StaysInItsBoundsAndInItsMemory)
 {
     const std::uint32_t seed = seedToRun();
     SCOPED_TRACE(testing::Message() << "SORDELIN_SEED=" << seed);
-    const double seconds = secondsToRun(64.0);
+    const double seconds = secondsToRun(quickSeconds);
     Endurance endurance(seed, [](const std::string&) { return true; });
     constexpr int parts = 16;
     long residentBefore = 0, allocatedBefore = 0;
@@ -157,7 +162,7 @@ TEST(Soak, IsHeldByTheFiltersThatClip)
         endurance.set(std::string(filter).append("Enabled"), "Enabled");
         endurance.set(std::string(filter).append("Characteristic"), "Morvelane Prime");
     }
-    endurance.play(secondsToRun(32.0) / 4.0);
+    endurance.play(secondsToRun(quickSeconds) / 8.0);
     std::printf("loudest %+.1f dB\n", 20.0 * std::log10(endurance.loudest()));
     EXPECT_LE(endurance.loudest(), 200.0f);
 }
