@@ -111,7 +111,10 @@ TEST(GenericPluginProcessor, EndsWithTheValueThatHoldsWhenTwoThreadsSetOne)
         }
     } processor;
     struct Engine final : ParameterListener {
-        void parameterDelivered(AbstractPluginParameter&, float value) noexcept override { delivered = value; }
+        void parameterDelivered(AbstractPluginParameter&, float value) noexcept override
+        {
+            delivered = value;
+        }
         float delivered = -1.0f;
     } engine;
     processor.gain.addListener(engine);
