@@ -201,6 +201,14 @@ void GenericPluginProcessor::sampleRateChanged()
 
 // MIDI.
 
+void GenericPluginProcessor::queueMidi(const MidiMessage& message) noexcept
+{
+    if (isAudioCall())
+        midiQueue.pushWithin(message);
+    else
+        midiQueue.push(message);
+}
+
 bool GenericPluginProcessor::acceptsMidi() const noexcept
 {
     return !midiStateParameter || std::lround(midiStateParameter->currentValue()) == 0;
@@ -247,6 +255,11 @@ void GenericPluginProcessor::programChanged(int bank, int program) noexcept
 void GenericPluginProcessor::parameterValueChanged(int index, float value, int changeFlags) noexcept
 {
     pushChange({index, value});
+    // Another thread may have set it meanwhile and pushed before: what is pushed last is what holds.
+    for (float pushed = value; pushed != parameter(index).currentValue();) {
+        pushed = parameter(index).currentValue();
+        pushChange({index, pushed});
+    }
     if ((changeFlags & noEcho) == 0 && adapter)
         adapter->parameterChangedByProcessor(index);
 }
@@ -257,7 +270,8 @@ void GenericPluginProcessor::requestHardReset() { pushChange({hardResetRequest, 
 
 void GenericPluginProcessor::pushChange(ParameterChange change) noexcept
 {
-    if (!parameterQueue.push(change))
+    const int taken = isAudioCall() ? parameterQueue.pushWithin(change) : parameterQueue.push(change);
+    if (!taken)
         changesLost.store(true);
 }
 

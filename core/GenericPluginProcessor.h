@@ -13,6 +13,7 @@
 #include <array>
 #include <atomic>
 #include <memory>
+#include <thread>
 #include <vector>
 
 class BinaryDataWriter;
@@ -36,10 +37,34 @@ public:
         virtual void programChange(int bank, int program) noexcept REALTIME = 0;
     };
 
+    /// While one lives, its thread is the audio thread: what that thread queues takes neither memory nor a
+    /// lock. One at a time.
+    class AudioCall {
+    public:
+        explicit AudioCall(GenericPluginProcessor& called) noexcept REALTIME : processor(called)
+        {
+            processor.audioThread.store(std::this_thread::get_id(), std::memory_order_relaxed);
+        }
+        AudioCall(const AudioCall&) = delete;
+        AudioCall& operator=(const AudioCall&) = delete;
+        ~AudioCall() REALTIME { processor.audioThread.store({}, std::memory_order_relaxed); }
+
+    private:
+        GenericPluginProcessor& processor;
+    };
+
     GenericPluginProcessor();
     ~GenericPluginProcessor() override;
 
     // Called by the adapter.
+
+    /// True on the thread of an AudioCall. Thread: any.
+    bool isAudioCall() const noexcept REALTIME
+    {
+        return audioThread.load(std::memory_order_relaxed) == std::this_thread::get_id();
+    }
+    /// Makes room for a MIDI message at every frame of a host's block. Thread: main.
+    void reserveBlock(std::uint32_t frames) { midiQueue.reserve(frames); }
 
     void setAdapter(ProcessorAdapter* processorAdapter) { adapter = processorAdapter; }
 
@@ -75,7 +100,7 @@ public:
     virtual void requestModulationDisplay() {}
 
     /// Queues a message for the next run. Thread: any.
-    void queueMidi(const MidiMessage& message) noexcept { midiQueue.push(message); }
+    void queueMidi(const MidiMessage& message) noexcept;
     /// Whether the host's MIDI may come in.
     bool acceptsMidi() const noexcept REALTIME;
 
@@ -161,6 +186,7 @@ private:
     void markPlayed(bool playing) noexcept REALTIME;
     void countUnwatched(int frames) noexcept REALTIME;
 
+    std::atomic<std::thread::id> audioThread{};  // of the call that is under way
     ProcessorAdapter* adapter = nullptr;
     std::unique_ptr<BypassProcessor> bypassProcessor;
     bool parameterBypass = false;

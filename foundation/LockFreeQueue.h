@@ -34,6 +34,12 @@ public:
     /// any; takes a lock and allocates only when the nodes so far are used up and there may be more.
     int push(const T& value) noexcept;
 
+    /// The same within the nodes that there are, so that it neither locks nor allocates. Thread: any.
+    int pushWithin(const T& value) noexcept REALTIME;
+
+    /// Has at least so many nodes from here on, or as many as there may be. Thread: any but audio.
+    void reserve(std::uint32_t nodes) noexcept;
+
     /// Takes the oldest value. False if there is none. Thread: any.
     bool pop(T& value) noexcept REALTIME;
 
@@ -57,7 +63,9 @@ private:
     Node& node(std::uint32_t index) noexcept REALTIME;
     std::uint32_t takeFree() noexcept REALTIME;
     void putFree(std::uint32_t index) noexcept REALTIME;
+    int append(std::uint32_t index, const T& value) noexcept REALTIME;
     std::uint32_t grow() noexcept;
+    std::uint32_t addPiece() noexcept;
     void store(Node& target, const T& value) noexcept REALTIME;
     static void load(const Node& source, T& value) noexcept REALTIME;
 
@@ -85,9 +93,20 @@ LockFreeQueue<T>::LockFreeQueue(std::uint32_t initialNodes, std::uint32_t nodeLi
 template <class T>
 int LockFreeQueue<T>::push(const T& value) noexcept
 {
-    std::uint32_t index = takeFree();
-    if (index == 0)
-        index = grow();
+    const std::uint32_t index = takeFree();
+    return append(index != 0 ? index : grow(), value);
+}
+
+template <class T>
+int LockFreeQueue<T>::pushWithin(const T& value) noexcept
+{
+    return append(takeFree(), value);
+}
+
+/// Puts a node, 0 for none, behind the newest one.
+template <class T>
+int LockFreeQueue<T>::append(std::uint32_t index, const T& value) noexcept
+{
     if (index == 0)
         return 0;
 
@@ -173,6 +192,25 @@ std::uint32_t LockFreeQueue<T>::grow() noexcept
     const ScopedLock scopedLock(*growLock);
     if (const std::uint32_t index = takeFree())
         return index;  // another producer grew the array meanwhile
+    return addPiece();
+}
+
+template <class T>
+void LockFreeQueue<T>::reserve(std::uint32_t nodes) noexcept
+{
+    const ScopedLock scopedLock(*growLock);
+    while (count.load() < nodes) {
+        const std::uint32_t index = addPiece();
+        if (index == 0)
+            return;
+        putFree(index);
+    }
+}
+
+/// Doubles the nodes, with the lock held. Returns one that isn't in the free list; 0 if there can't be more.
+template <class T>
+std::uint32_t LockFreeQueue<T>::addPiece() noexcept
+{
     const std::uint32_t start = count.load();
     if (start >= limit || start * 2 > 0x10000)
         return 0;

@@ -63,26 +63,50 @@ AbstractPluginParameter* ClapPluginAdapter::parameterOf(clap_id id) const noexce
 
 void ClapPluginAdapter::flush(const clap_input_events_t* in, const clap_output_events_t* out) noexcept
 {
-    if (!active)
-        deliverPending();
+    if (active) {
+        const GenericPluginProcessor::AudioCall call(*processor);
+        ClapEventScan(in, *this).applyAll();
+    } else {
+        flushAtRest(in);
+    }
+    drainOutEvents(out);
+}
+
+void ClapPluginAdapter::flushAtRest(const clap_input_events_t* in) noexcept
+{
+    deliverPending();
     ClapEventScan(in, *this).applyAll();
     // At rest nobody drains the queue, and it would overflow in a host that flushes much.
-    if (!active)
-        processor->applyQueuedChanges();
-    drainOutEvents(out);
+    processor->applyQueuedChanges();
 }
 
 void ClapPluginAdapter::drainOutEvents(const clap_output_events_t* out) noexcept
 {
+    if (!out)
+        return;
     OutEvent event;
-    while (out && outEvents.pop(event))
-        out->try_push(out, &event.header);
+    while (refusedEvent || outEvents.pop(event)) {
+        if (refusedEvent)
+            event = *refusedEvent;
+        refusedEvent.reset();
+        if (!out->try_push(out, &event.header)) {
+            refusedEvent = event;
+            return;
+        }
+    }
+}
+
+void ClapPluginAdapter::queueOutEvent(const OutEvent& event) noexcept
+{
+    if (processor->isAudioCall())
+        outEvents.pushWithin(event);
+    else
+        outEvents.push(event);
 }
 
 void ClapPluginAdapter::setParameter(int index, float value) noexcept
 {
-    plugin->parameter(index).setValue(value, noEcho);
-    processor->parameter(index).setValue(value, noEcho);
+    automate(index, value);
     OutEvent event{};
     event.value.header = {sizeof event.value, 0, CLAP_CORE_EVENT_SPACE_ID, CLAP_EVENT_PARAM_VALUE, 0};
     event.value.param_id = static_cast<clap_id>(index);
@@ -91,7 +115,7 @@ void ClapPluginAdapter::setParameter(int index, float value) noexcept
     event.value.channel = -1;
     event.value.key = -1;
     event.value.value = static_cast<double>(value);
-    outEvents.push(event);
+    queueOutEvent(event);
 }
 
 void ClapPluginAdapter::queueGesture(int index, std::uint16_t type)
@@ -99,7 +123,7 @@ void ClapPluginAdapter::queueGesture(int index, std::uint16_t type)
     OutEvent event{};
     event.gesture.header = {sizeof event.gesture, 0, CLAP_CORE_EVENT_SPACE_ID, type, 0};
     event.gesture.param_id = static_cast<clap_id>(index);
-    outEvents.push(event);
+    queueOutEvent(event);
     if (hostExtensions.params)
         hostExtensions.params->request_flush(&host);
 }

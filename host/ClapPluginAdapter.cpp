@@ -7,8 +7,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstring>
+
+namespace {
+
+// Hz. No interface runs faster than 768 kHz; the delay lines of a rate far above would take all memory.
+constexpr float lowestSampleRate = 1.0f;
+constexpr float highestSampleRate = 4.0f * 768000.0f;
+
+}  // namespace
 
 // Life.
 
@@ -25,8 +32,8 @@ ClapPluginAdapter::ClapPluginAdapter(const clap_host_t& clapHost, const clap_plu
     clapPlugin.plugin_data = this;
     clapPlugin.init = [](const clap_plugin_t* p) { return of(p).init(); };
     clapPlugin.destroy = [](const clap_plugin_t* p) { delete &of(p); };
-    clapPlugin.activate = [](const clap_plugin_t* p, double rate, uint32_t, uint32_t) {
-        return onMainThread(p).activate(rate);
+    clapPlugin.activate = [](const clap_plugin_t* p, double rate, uint32_t, uint32_t maxFrames) {
+        return onMainThread(p).activate(rate, maxFrames);
     };
     clapPlugin.deactivate = [](const clap_plugin_t* p) { onMainThread(p).deactivate(); };
     clapPlugin.start_processing = [](const clap_plugin_t* p) {
@@ -68,14 +75,17 @@ bool ClapPluginAdapter::init()
     return true;
 }
 
-bool ClapPluginAdapter::activate(double sampleRate)
+bool ClapPluginAdapter::activate(double sampleRate, std::uint32_t maxFrames)
 {
     const auto rate = static_cast<float>(sampleRate);
-    if (!(rate >= 1.0f) || !std::isfinite(rate))
+    // NaN is none of them.
+    if (!(rate >= lowestSampleRate && rate <= highestSampleRate))
         return false;
     if (!isNear(rate, plugin->sampleRate()))
         plugin->setSampleRate(rate);
     processor->engine().setSampleRate(rate);
+    processor->reserveBlock(maxFrames);
+    outEvents.reserve(maxFrames);
     if (latencyChangePending && hostExtensions.latency)
         hostExtensions.latency->changed(&host);
     latencyChangePending = false;
@@ -123,17 +133,27 @@ void ClapPluginAdapter::latencyChanged()
 
 // Processing.
 
+void ClapPluginAdapter::reset() noexcept
+{
+    const GenericPluginProcessor::AudioCall call(*processor);
+    processor->reset();
+}
+
 clap_process_status ClapPluginAdapter::process(const clap_process_t& block) noexcept
 {
     const FloatingPointScope floatingPoint;
+    const GenericPluginProcessor::AudioCall call(*processor);
     Channels channels;
     gatherChannels(block, channels);
     gatherOutputs(block, channels);
     passTransport(block.transport);
     const unsigned status = renderBlock(block, channels);
-    if (block.audio_outputs_count > 0 &&
-        static_cast<int>(block.audio_outputs[0].channel_count) == plugin->channelCount())
-        block.audio_outputs[0].constant_mask = status & BypassProcessor::OutputSilent ? 0xFFFFFFFFu : 0u;
+    if (block.audio_outputs_count > 0) {
+        // Of channels beyond the layout nothing is known.
+        clap_audio_buffer_t& output = block.audio_outputs[0];
+        const bool known = static_cast<int>(output.channel_count) == plugin->channelCount();
+        output.constant_mask = known && (status & BypassProcessor::OutputSilent) ? 0xFFFFFFFFu : 0u;
+    }
     drainOutEvents(block.out_events);
     return CLAP_PROCESS_CONTINUE;
 }
@@ -210,12 +230,8 @@ unsigned ClapPluginAdapter::renderBlock(const clap_process_t& block, Channels& c
 
 void ClapPluginAdapter::applyParameter(clap_id id, double value) noexcept
 {
-    if (parameterOf(id) == nullptr)
-        return;
-    const int index = static_cast<int>(id);
-    const auto newValue = static_cast<float>(value);
-    plugin->parameter(index).setValue(newValue, noEcho);
-    processor->parameter(index).setValue(newValue, noEcho);
+    if (parameterOf(id))
+        automate(static_cast<int>(id), static_cast<float>(value));
 }
 
 void ClapPluginAdapter::queueMidi(std::uint8_t status, std::uint8_t data1, std::uint8_t data2,

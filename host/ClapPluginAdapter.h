@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <vector>
 
 /// The one object that a CLAP host sees of an instance.
@@ -63,9 +64,9 @@ private:
 
     // The instance's life. Thread: main, but for the marked ones.
     bool init();
-    bool activate(double sampleRate);
+    bool activate(double sampleRate, std::uint32_t maxFrames);
     void deactivate() { active = false; }
-    void reset() noexcept REALTIME { processor->reset(); }                       // audio
+    void reset() noexcept REALTIME;                                              // audio
     clap_process_status process(const clap_process_t& block) noexcept REALTIME;  // audio
     static const void* extension(const char* id);
     /// Does what other threads have asked of the main thread, if this is it.
@@ -95,6 +96,8 @@ private:
 
     // Parameters.
     void flush(const clap_input_events_t* in, const clap_output_events_t* out) noexcept;
+    void flushAtRest(const clap_input_events_t* in) noexcept;
+    void queueOutEvent(const OutEvent& event) noexcept;
     void queueGesture(int index, std::uint16_t type);
     AbstractPluginParameter* parameterOf(clap_id id) const noexcept REALTIME;
 
@@ -135,6 +138,8 @@ private:
     std::atomic<bool> active{false};
     bool latencyChangePending = false;
     LockFreeQueue<OutEvent> outEvents{1024, 65536};
+    // What the host had no room for, and takes first the next time. Thread: that of `process` and `flush`.
+    std::optional<OutEvent> refusedEvent;
     int tailSamples = 0;  // -1: endless
     TrackInfo trackInfo = TrackInfo::Unknown;
     TrackContext trackContext;

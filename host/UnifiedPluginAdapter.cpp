@@ -65,11 +65,29 @@ void UnifiedPluginAdapter::controllerMapChanged()
         copyControllerMap();
 }
 
+void UnifiedPluginAdapter::automate(int index, float value) noexcept
+{
+    plugin->parameter(index).setValue(value, noEcho);
+    bringToProcessor(index);
+}
+
+void UnifiedPluginAdapter::bringToProcessor(int index) noexcept
+{
+    const AbstractPluginParameter& source = plugin->parameter(index);
+    float brought;
+    // Whoever comes last to the processor looks once more at the plug-in, which nobody sets after that
+    // without coming here too.
+    do {
+        brought = source.currentValue();
+        processor->parameter(index).setValue(brought, noEcho);
+    } while (source.currentValue() != brought);
+}
+
 void UnifiedPluginAdapter::synchroniseParameters(GenericPlugin::AllParameters mode)
 {
     processor->beginParameterBatch();
     for (int i = 0; i < plugin->parameterCount(); ++i)
-        processor->parameter(i).setValue(plugin->parameter(i).currentValue(), noEcho);
+        bringToProcessor(i);
     if (mode == GenericPlugin::WithSoftReset)
         processor->requestSoftReset();
     else if (mode == GenericPlugin::WithHardReset)

@@ -25,6 +25,13 @@ protected:
     /// audio half changed itself.
     virtual void setParameter(int index, float value) noexcept = 0;
 
+    /// Sets a value in both halves without an echo: the host knows it. Thread: audio, or main while the
+    /// engine rests.
+    void automate(int index, float value) noexcept REALTIME;
+    /// Brings a value from the plug-in to the processor. Where several threads set a parameter at once, both
+    /// halves end with the same value. Thread: any.
+    void bringToProcessor(int index) noexcept REALTIME;
+
     /// Makes both halves and joins them. Thread: main.
     void createHalves();
     /// Brings all values of the plug-in to the processor, at one block boundary, with the reset that `mode`

@@ -36,6 +36,7 @@ public:
     /// What hosts show and presets look for. It never changes.
     const std::string& displayName() const noexcept { return identifier; }
 
+    /// All threads see all values of all parameters change in one order.
     virtual float currentValue() const noexcept REALTIME = 0;
     /// Takes a value, brought into the range, and tells the owner. A value that is no change is dropped.
     /// @param flags  ParameterChangeFlags

@@ -43,7 +43,7 @@ void FloatPluginParameter::setValue(float newValue, int flags) noexcept
     const float taken = limited(newValue);
     if (isNear(taken, currentValue()))
         return;
-    current.store(taken, std::memory_order_relaxed);
+    current.store(taken);
     announce(taken, flags);
 }
 

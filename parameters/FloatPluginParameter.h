@@ -19,7 +19,7 @@ public:
     /// Takes over the unit's label and way of printing. Comes after the curves.
     void setUnit(const FloatPluginParameterUnit& unit);
 
-    float currentValue() const noexcept REALTIME override { return current.load(std::memory_order_relaxed); }
+    float currentValue() const noexcept REALTIME override { return current.load(); }
     /// NaN is no value, and dropped.
     void setValue(float newValue, int flags) noexcept REALTIME override;
     void deliverValue(float newValue) noexcept REALTIME override;

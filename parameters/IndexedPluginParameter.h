@@ -36,18 +36,15 @@ public:
     }
 
     /// The current raw value.
-    T value() const noexcept REALTIME { return rawAt(current.load(std::memory_order_relaxed)); }
+    T value() const noexcept REALTIME { return rawAt(current.load()); }
 
-    float currentValue() const noexcept REALTIME override
-    {
-        return static_cast<float>(current.load(std::memory_order_relaxed));
-    }
+    float currentValue() const noexcept REALTIME override { return static_cast<float>(current.load()); }
     void setValue(float newValue, int flags) noexcept REALTIME override
     {
         const int taken = format.positionOf(newValue);
-        if (newValue != newValue || taken == current.load(std::memory_order_relaxed))
+        if (newValue != newValue || taken == current.load())
             return;
-        current.store(taken, std::memory_order_relaxed);
+        current.store(taken);
         this->announce(static_cast<float>(taken), flags);
     }
     void deliverValue(float newValue) noexcept REALTIME override

@@ -20,7 +20,8 @@ void Input::generate(Block* block, int count, int) noexcept
     float* out = block->data();
     for (int i = 0; i < available; ++i) {
         const float magnitude = std::fabs(readPointer[i]);
-        out[i] = magnitude >= FLT_MIN && magnitude <= FLT_MAX ? readPointer[i] : 0.0f;
+        const float held = std::clamp(readPointer[i], -ceiling, ceiling);
+        out[i] = magnitude >= FLT_MIN && magnitude <= FLT_MAX ? held : 0.0f;
     }
     std::fill(out + available, out + count, 0.0f);
     block->setConstant(false);

@@ -13,9 +13,11 @@ public:
     /// null: silence.
     void setBuffer(const float* samples, int count) noexcept REALTIME;
 
+    static constexpr float ceiling = 1e6f;  // +120 dBFS
+
 protected:
     /// Copies what is due now. What isn't a finite number becomes 0, and so does a denormal: neither may
-    /// enter a feedback loop.
+    /// enter a feedback loop. What is beyond `ceiling` is held there: sums and gains further on stay finite.
     void generate(Block* block, int count, int flags) noexcept REALTIME override;
 
 private:

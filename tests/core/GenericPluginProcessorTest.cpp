@@ -99,6 +99,31 @@ TEST(GenericPluginProcessor, LosesNoValueWhenItsQueueOverflows)
     EXPECT_EQ(processor.log.back(), (std::pair<char, int>{'p', processor.bypass.index()}));
 }
 
+TEST(GenericPluginProcessor, EndsWithTheValueThatHoldsWhenTwoThreadsSetOne)
+{
+    // The other thread comes between this one's store and its message, and overtakes it.
+    struct Overtaken : TestProcessor {
+        void parameterValueChanged(int index, float value, int changeFlags) noexcept override
+        {
+            if (value == 0.75f)
+                gain.setValue(0.25f, noEcho);
+            TestProcessor::parameterValueChanged(index, value, changeFlags);
+        }
+    } processor;
+    struct Engine final : ParameterListener {
+        void parameterDelivered(AbstractPluginParameter&, float value) noexcept override
+        {
+            delivered = value;
+        }
+        float delivered = -1.0f;
+    } engine;
+    processor.gain.addListener(engine);
+    processor.gain.setValue(0.75f, noEcho);
+    processor.play(ones);
+    EXPECT_EQ(processor.gain.currentValue(), 0.25f);
+    EXPECT_EQ(engine.delivered, 0.25f);
+}
+
 TEST(GenericPluginProcessor, KeepsTheBeatRunningInAStoppedSong)
 {
     struct Clocked : TestProcessor {

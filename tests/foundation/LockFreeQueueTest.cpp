@@ -54,6 +54,24 @@ TEST(LockFreeQueue, DropsWhatIsBeyondItsLimitAndGoesOn)
     EXPECT_EQ(queue.push(1), 1);
 }
 
+TEST(LockFreeQueue, GrowsOnRequestAndForNobodyWhoMayNotWait)
+{
+    LockFreeQueue<int> queue(8, 64);
+    const auto takenWithin = [&queue] {
+        int taken = 0, value = 0;
+        while (queue.pushWithin(taken))
+            ++taken;
+        for (int i = 0; i < taken; ++i)
+            EXPECT_TRUE(queue.pop(value) && value == i);
+        return taken;
+    };
+    EXPECT_EQ(takenWithin(), 6);  // two nodes never hold data
+    queue.reserve(20);
+    EXPECT_EQ(takenWithin(), 30);
+    queue.reserve(1000);
+    EXPECT_EQ(takenWithin(), 62);
+}
+
 TEST(LockFreeQueue, ReachesTheLimitOfItsLinks)
 {
     LockFreeQueue<int> queue(8192, 65536);

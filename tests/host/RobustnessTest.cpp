@@ -1,5 +1,7 @@
 #include "PluginPlayer.h"
+#include "support/ControllerMapFile.h"
 #include "support/Signals.h"
+#include "support/TemporaryHome.h"
 
 #include <gtest/gtest.h>
 
@@ -123,6 +125,28 @@ TEST(Robustness, IgnoresEventsThatAreOutOfRange)
     EXPECT_EQ(raw.outLeft[511], 0.5f);
 }
 
+TEST(Robustness, LosesNoValueToAHostThatTakesFewAtATime)
+{
+    const TemporaryHome home;
+    writeControllerMap(home.productData(), controllerMapBytes({{20, 0}, {21, 1}, {22, 2}, {23, 3}, {24, 4}}));
+    Instance plain;
+    plain.start();
+    RawBlock raw;
+    for (std::uint8_t controller = 20; controller < 25; ++controller)
+        raw.events.add(midiEvent(controller, 0xB0, controller, 127));
+    EventOutput two(2);
+    raw.block.output = &two;
+    plain.instance.process(raw.block);
+    std::vector<clap_id> told;
+    for (int call = 0; call < 4; ++call) {
+        for (const ClapEvent& event : two.events())
+            told.push_back(event.parameter.param_id);
+        two.clear();
+        plain.instance.flush(EventList(0), &two);
+    }
+    EXPECT_EQ(told, (std::vector<clap_id>{0, 1, 2, 3, 4}));
+}
+
 TEST(Robustness, WritesOverItsInputs)
 {
     PluginPlayer apart, inPlace;
@@ -180,6 +204,10 @@ TEST(Robustness, TellsTheTruthAboutSilence)
     plain.instance.process(sound.block);
     EXPECT_EQ(sound.outputs[0].constant_mask, 0u);
     plain.instance.process(silence.block);  // echoes are to come
+    EXPECT_EQ(silence.outputs[0].constant_mask, 0u);
+    silence.outputs[0].channel_count = 1;  // and of a port that isn't ours nothing is known
+    silence.outputs[0].constant_mask = 3;
+    plain.instance.process(silence.block);
     EXPECT_EQ(silence.outputs[0].constant_mask, 0u);
 }
 

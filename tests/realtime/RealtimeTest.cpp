@@ -1,17 +1,26 @@
 #include "CallCounter.h"
+#include "RealtimeUse.h"
 #include "clap_host/ClapInstance.h"
 #include "foundation/DeferredEventQueue.h"
+#include "stress/RunLength.h"
 #include "support/ControllerMapFile.h"
 #include "support/Signals.h"
 
 #include <gtest/gtest.h>
 
-#include <dlfcn.h>
+#include <semaphore.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <array>
+#include <condition_variable>
+#include <cstdio>
+#include <functional>
 #include <mutex>
 #include <new>
 #include <random>
+#include <shared_mutex>
+#include <thread>
 
 namespace {
 
@@ -61,6 +70,65 @@ TEST(CallCounter, SeesWhatTheThreadDoes)
     EXPECT_EQ(counts.locks, 1);
 }
 
+TEST(CallCounter, SeesEveryKindOfLock)
+{
+    std::mutex mutex;
+    std::shared_mutex shared;
+    std::condition_variable condition;
+    std::once_flag onceFlag;
+    sem_t semaphore;
+    sem_init(&semaphore, 0, 0);
+    const std::function<void()> takes[] = {
+        [&] { std::unique_lock(mutex, std::try_to_lock); },
+        [&] { std::lock_guard lock(shared); },
+        [&] { std::unique_lock(shared, std::try_to_lock); },
+        [&] { std::shared_lock lock(shared); },
+        [&] { condition.notify_one(); },
+        [&] { condition.notify_all(); },
+        [&] { std::call_once(onceFlag, [] {}); },
+        [&] { sem_post(&semaphore); },
+        [&] { sem_wait(&semaphore); },
+    };
+    for (const auto& take : takes) {
+        calls::watch();
+        take();
+        EXPECT_EQ(calls::unwatch().locks, 1) << &take - takes;
+    }
+}
+
+TEST(CallCounter, SeesSystemCallsAndMakesThem)
+{
+    bool trapped = false;
+    calls::Counts counts, unwatched;
+    std::array<int, 2> pipeEnds{};
+    ASSERT_EQ(pipe(pipeEnds.data()), 0);
+    char arrived[3] = {};
+    std::thread([&] {
+        trapped = calls::trapSystemCalls();
+        calls::watch();
+        const auto sent = write(pipeEnds[1], "ab", 2);
+        const auto refused = write(-1, "", 0);
+        const auto received = read(pipeEnds[0], arrived, 2);
+        counts = calls::unwatch();
+        EXPECT_EQ(sent, 2);
+        EXPECT_EQ(refused, -1);
+        EXPECT_EQ(errno, EBADF);
+        EXPECT_EQ(received, 2);
+        getppid();
+        calls::watch();
+        unwatched = calls::unwatch();
+    }).join();
+    close(pipeEnds[0]);
+    close(pipeEnds[1]);
+    EXPECT_STREQ(arrived, "ab");
+    if (!trapped)
+        GTEST_SKIP() << "no trap for system calls here";
+    EXPECT_EQ(counts.systemCalls, 3);
+    EXPECT_EQ(counts.lastSystemCall, SYS_read);
+    EXPECT_EQ(counts.wakes, 0);
+    EXPECT_EQ(unwatched.systemCalls, 0);
+}
+
 TEST(Realtime, PostsToTheMainThreadFreely)
 {
     struct Waker : DeferredEventQueue::Waker {
@@ -79,13 +147,24 @@ TEST(Realtime, PostsToTheMainThreadFreely)
     EXPECT_EQ(waker.wakes, 1);
 }
 
+namespace {
+
+/// A home in which controllers move parameters, and program changes load presets.
+struct MidiHome {
+    MidiHome()
+    {
+        writeControllerMap(home.productData(), controllerMapBytes(mappedControllers()));
+        std::filesystem::create_directories(home.folder / "config/Morvelane/Sordelin");
+        home.folder.write("config/Morvelane/Sordelin/2.0.toml", "EnableMIDIProgramChanges = 1\n");
+    }
+    TemporaryHome home;
+};
+
+}  // namespace
+
 TEST(Realtime, NeitherAllocatesNorLocksInAHundredThousandBlocks)
 {
-    const TemporaryHome home;
-    writeControllerMap(home.productData(), controllerMapBytes(mappedControllers()));
-    // Program changes go to the main thread, which never comes: its queue overflows.
-    std::filesystem::create_directories(home.folder / "config/Morvelane/Sordelin");
-    home.folder.write("config/Morvelane/Sordelin/2.0.toml", "EnableMIDIProgramChanges = 1\n");
+    const MidiHome home;  // program changes go to the main thread, which never comes: its queue overflows
     const ClapModule module(SORDELIN_MODULE);
     ClapInstance instance(module);
     const std::vector<ClapParameter>& parameters = instance.parameters().list();
@@ -126,4 +205,26 @@ TEST(Realtime, NeitherAllocatesNorLocksInAHundredThousandBlocks)
     EXPECT_EQ(total.allocations + last.allocations, 0);
     EXPECT_EQ(total.releases + last.releases, 0);
     EXPECT_EQ(total.locks + last.locks, 0);
+}
+
+TEST(Realtime, CallsNothingThatWaitsInRandomUse)
+{
+    const std::uint32_t seed = seedToRun();
+    SCOPED_TRACE(testing::Message() << "SORDELIN_SEED=" << seed);
+    Random random(seed);
+    const MidiHome home;
+    const ClapModule module(SORDELIN_MODULE);
+    ClapInstance instance(module);
+    RealtimeUse use(instance, random, MainThreadUser::presetsOfHome());
+    for (const RunClock clock(secondsToRun(4.0)); clock.isRunning() && !HasFailure();)
+        use.playAtSomeRate(0.1 + random.unit());
+
+    const auto& [counts, blocks, seconds] = use.figures();
+    std::printf("%ld blocks, %.0f s of sound, %ld wakes of the main thread\n", blocks, seconds, counts.wakes);
+    EXPECT_EQ(counts.allocations, 0);
+    EXPECT_EQ(counts.releases, 0);
+    EXPECT_EQ(counts.locks, 0);
+    // The one call let through never waits: it tells the host's main loop of work, once until that is done.
+    EXPECT_EQ(counts.systemCalls, counts.wakes) << "the last one has the number " << counts.lastSystemCall;
+    EXPECT_EQ(instance.host().violations(), std::vector<std::string>());
 }
