@@ -187,6 +187,11 @@ bool X11Control::HandleEvent(const xcb_generic_event_t& event)
         if (!IsOurs(reinterpret_cast<const xcb_reparent_notify_event_t&>(event).event) && !FullScreen.value())
             FollowHost();
         return false;
+    case XCB_MAP_NOTIFY:
+        // A dialog is there to be answered.
+        if (!parent && IsOurs(reinterpret_cast<const xcb_map_notify_event_t&>(event).window))
+            interface.Focus().Take();
+        return false;
     case XCB_UNMAP_NOTIFY:
         if (IsOurs(reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window))
             interface.Mouse().Cancel();

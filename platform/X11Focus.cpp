@@ -1,6 +1,7 @@
 #include "platform/X11Focus.h"
 
 #include "platform/X11Control.h"
+#include "platform/X11Keyboard.h"
 
 #include <cstdint>
 
@@ -33,8 +34,7 @@ void X11Focus::Take()
     if (now && now->focus != window)
         previous = now->focus;
     SetHeld(true);
-    xcb_set_input_focus(display, XCB_INPUT_FOCUS_PARENT, window, display.LastInputTime());
-    display.Flush();
+    Request(window);
 }
 
 void X11Focus::GiveBack()
@@ -45,7 +45,15 @@ void X11Focus::GiveBack()
     const bool wasNobodys = previous <= XCB_INPUT_FOCUS_POINTER_ROOT;
     const xcb_window_t to = wasNobodys ? HostWindow() : previous;
     SetHeld(false);
-    xcb_set_input_focus(display, XCB_INPUT_FOCUS_PARENT, to, display.LastInputTime());
+    Request(to);
+}
+
+void X11Focus::Request(xcb_window_t to)
+{
+    X11Connection& display = interface.Connection();
+    const auto wish = xcb_set_input_focus(display, XCB_INPUT_FOCUS_PARENT, to, display.LastInputTime());
+    lastRequest = static_cast<std::uint16_t>(wish.sequence);
+    awaitsAnswer = true;
     display.Flush();
 }
 
@@ -74,7 +82,13 @@ bool X11Focus::HandleEvent(const xcb_generic_event_t& event)
     if (focus.mode == XCB_NOTIFY_MODE_GRAB || focus.mode == XCB_NOTIFY_MODE_UNGRAB ||
         focus.detail == XCB_NOTIFY_DETAIL_POINTER)
         return true;
+    if (awaitsAnswer && static_cast<std::int16_t>(focus.sequence - lastRequest) < 0)
+        return true;
+    awaitsAnswer = false;
     SetHeld(kind == XCB_FOCUS_IN);
+    X11KeySink* sink = interface.Keyboard().Sink();
+    if (!held && sink)
+        sink->KeyboardLost();
     return true;
 }
 

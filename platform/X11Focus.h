@@ -4,6 +4,8 @@
 
 #include <xcb/xcb.h>
 
+#include <cstdint>
+
 namespace gui {
 
 class X11Interface;
@@ -29,11 +31,14 @@ public:
 
 private:
     void SetHeld(bool now);
+    void Request(xcb_window_t to);
     xcb_window_t HostWindow() const;
 
     X11Interface& interface;
     xcb_window_t window = XCB_WINDOW_NONE;
     xcb_window_t previous = XCB_WINDOW_NONE;
+    std::uint16_t lastRequest = 0;  // sequence of our last wish; what is older says nothing any more
+    bool awaitsAnswer = false;
     bool held = false;
 };
 

@@ -77,6 +77,8 @@ X11Interface::~X11Interface()
     const PipeSignalGuard guard;
     *alive = false;
     BeginDestruction();
+    handlers.clear();
+    modals.clear();
     if (pump)
         pump->Remove(connection->Descriptor());
     pump.reset();
@@ -155,6 +157,12 @@ void X11Interface::SetInputBlocked(bool blocked)
 }
 
 void X11Interface::RemoveEventHandler(X11EventHandler& handler) { std::erase(handlers, &handler); }
+
+void X11Interface::EndModal(X11EventHandler& modal)
+{
+    RemoveEventHandler(modal);
+    std::erase_if(modals, [&modal](const auto& each) { return each.get() == &modal; });
+}
 
 void X11Interface::StartTimer(X11Timer& timer)
 {

@@ -93,6 +93,17 @@ public:
     /// The last one added gets an event first.
     void AddEventHandler(X11EventHandler& handler) { handlers.push_back(&handler); }
     void RemoveEventHandler(X11EventHandler& handler);
+    /// What a nested loop needs: it gets all events first, and dies with the interface if that goes before
+    /// the loop has ended.
+    template <class T>
+    T& BeginModal(std::unique_ptr<T> modal)
+    {
+        T& begun = *modal;
+        AddEventHandler(begun);
+        modals.push_back(std::move(modal));
+        return begun;
+    }
+    void EndModal(X11EventHandler& modal);
     void StartTimer(X11Timer& timer);
     void StopTimer(X11Timer& timer);
     void WindowCreated(xcb_window_t window);
@@ -130,6 +141,7 @@ private:
     std::unique_ptr<X11Control> control;
     std::unique_ptr<X11Pump> pump;
     std::vector<X11EventHandler*> handlers;
+    std::vector<std::unique_ptr<X11EventHandler>> modals;
     std::vector<X11Timer*> timers;
     std::function<bool(const xcb_generic_event_t&)> eventFilter;
     std::function<int(int)> flagsFilter;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/Geometry.h"
 #include "platform/X11EventHandler.h"
 
 #include <xkbcommon/xkbcommon-compose.h>
@@ -26,6 +27,10 @@ public:
     virtual ~X11KeySink() = default;
     /// True if it was taken.
     virtual bool TakeKey(const X11Key& key) = 0;
+    /// A button went down at a point of the root's; the tree hears of it next.
+    virtual void MousePressed(Point) {}
+    /// Another window has the keyboard now.
+    virtual void KeyboardLost() {}
 };
 
 /// The keyboard, while the interface has it.

@@ -3,6 +3,7 @@
 #include "gui/InputFlags.h"
 #include "platform/X11Control.h"
 #include "platform/X11Focus.h"
+#include "platform/X11Keyboard.h"
 
 #include <xcb/xinput.h>
 
@@ -242,7 +243,11 @@ void X11Mouse::Pressed(int detail, const Pointer& pointer)
     if (button == MouseButton::left)
         interface.Focus().Take();
     const int flags = PressFlags(button, pointer);
-    interface.Window().WindowMouseDown(button, pointer.point, interface.FilterFlags(flags));
+    const std::shared_ptr<const bool> alive = interface.Liveness();
+    if (X11KeySink* sink = interface.Keyboard().Sink())
+        sink->MousePressed(pointer.point);
+    if (*alive)
+        interface.Window().WindowMouseDown(button, pointer.point, interface.FilterFlags(flags));
 }
 
 int X11Mouse::PressFlags(int button, const Pointer& pointer)

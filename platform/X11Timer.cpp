@@ -26,7 +26,7 @@ void X11Timer::FireIfDue()
     const int interval = Interval.value();
     due = late < interval ? due + static_cast<std::uint32_t>(interval)
                           : now + static_cast<std::uint32_t>(interval);
-    OnElapsed.fire(this);
+    Elapse();
 }
 
 }  // namespace gui
