@@ -79,17 +79,17 @@ int RootControl::SuspendLock()
 {
     if (lockOwner.load() != std::this_thread::get_id())
         return 0;
-    const int depth = lockDepth;
+    const int heldDepth = lockDepth;
     RootControl::ReleaseLockForShutdown();
-    return depth;
+    return heldDepth;
 }
 
-void RootControl::ResumeLock(int depth)
+void RootControl::ResumeLock(int heldDepth)
 {
-    if (depth <= 0)
+    if (heldDepth <= 0)
         return;
     RootControl::lock();
-    lockDepth = depth;
+    lockDepth = heldDepth;
 }
 
 void RootControl::ReleaseLockForShutdown()
