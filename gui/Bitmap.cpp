@@ -19,7 +19,6 @@ std::string DoubleSizeName(std::string_view name)
     return std::string(name.substr(0, dot)).append("_2x").append(name.substr(dot));
 }
 
-/// Where a picture of twice the size falls to.
 constexpr std::size_t maxRegions = 3;
 
 }  // namespace

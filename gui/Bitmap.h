@@ -105,6 +105,9 @@ private:
     void MarkWhole();
     /// The picture as it was read, scaled to the backing.
     void ScaleSource();
+    /// @param heights  of a curve at the left edges of the area's columns and at the right edge of the last
+    void FillBelowCurve(const DeviceRect& area, std::span<const float> heights, float baseline,
+                        gui::Color atCurve, gui::Color atBaseline);
     std::uint32_t* PixelAt(int x, int y) noexcept
     {
         return pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(deviceSize.x) + x;
