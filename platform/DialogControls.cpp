@@ -138,8 +138,8 @@ void DialogList::PaintContent(Canvas& canvas)
     const Canvas::State state = canvas.Save();
     canvas.Clip.assign(canvas.Clip.value().Intersected(inside));
     const int first = static_cast<int>(offset / rowHeight);
-    const int last = std::min(static_cast<int>(entries.size()),
-                              static_cast<int>((offset + GetHeight()) / rowHeight) + 1);
+    const int last =
+        std::min(static_cast<int>(entries.size()), static_cast<int>((offset + GetHeight()) / rowHeight) + 1);
     for (int i = first; i < last; ++i) {
         const Entry& entry = entries[static_cast<std::size_t>(i)];
         const float top = static_cast<float>(i) * rowHeight - offset;

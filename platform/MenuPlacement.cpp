@@ -7,10 +7,7 @@ namespace gui {
 
 namespace {
 
-int fit(int wanted, int length, int low, int high)
-{
-    return std::max(low, std::min(wanted, high - length));
-}
+int fit(int wanted, int length, int low, int high) { return std::max(low, std::min(wanted, high - length)); }
 
 /// Twice the area of the triangle, negative for one that turns the other way.
 std::int64_t turn(BasicPoint<int> a, BasicPoint<int> b, BasicPoint<int> c)
@@ -32,9 +29,9 @@ DeviceRect MenuPlacement::Place(BasicPoint<int> size, const DeviceRect& anchor, 
         const int right = monitor.right - anchor.right, left = anchor.left - monitor.left;
         x = size.x <= right || right >= left ? anchor.right : anchor.left - size.x;
     }
-    return DeviceRect::At({fit(x, size.x, monitor.left, monitor.right),
-                           fit(y, height, monitor.top, monitor.bottom)},
-                          {size.x, height});
+    return DeviceRect::At(
+        {fit(x, size.x, monitor.left, monitor.right), fit(y, height, monitor.top, monitor.bottom)},
+        {size.x, height});
 }
 
 bool MenuPlacement::HeadsFor(const DeviceRect& submenu, BasicPoint<int> from, BasicPoint<int> to)

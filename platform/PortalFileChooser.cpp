@@ -32,7 +32,7 @@ std::string busAddress()
     if (!runtime || !*runtime)
         return {};
     const std::string socket = std::string(runtime) + "/bus";
-    struct stat status{};
+    struct stat status {};
     return stat(socket.c_str(), &status) == 0 ? std::string("unix:path=").append(socket) : std::string();
 }
 
@@ -61,16 +61,14 @@ public:
     void Text(const char* name, const std::string& text)
     {
         const char* value = text.c_str();
-        Add(name, "s", [&](DBusMessageIter& in) {
-            dbus_message_iter_append_basic(&in, DBUS_TYPE_STRING, &value);
-        });
+        Add(name, "s",
+            [&](DBusMessageIter& in) { dbus_message_iter_append_basic(&in, DBUS_TYPE_STRING, &value); });
     }
     void Flag(const char* name, bool flag)
     {
         const dbus_bool_t value = flag;
-        Add(name, "b", [&](DBusMessageIter& in) {
-            dbus_message_iter_append_basic(&in, DBUS_TYPE_BOOLEAN, &value);
-        });
+        Add(name, "b",
+            [&](DBusMessageIter& in) { dbus_message_iter_append_basic(&in, DBUS_TYPE_BOOLEAN, &value); });
     }
     /// With its closing zero.
     void Path(const char* name, const std::string& path)

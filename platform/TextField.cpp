@@ -25,7 +25,10 @@ Color backgroundFor(Color text)
 }  // namespace
 
 TextField::TextField(UserInterface& ui, Control* parent, TextFieldModel& fieldModel, const Text& textFont)
-    : Control(ui, parent), model(fieldModel), font(textFont), measure(ui.Platform().CreateText()),
+    : Control(ui, parent),
+      model(fieldModel),
+      font(textFont),
+      measure(ui.Platform().CreateText()),
       blink(ui.CreateTimer())
 {
     Opaque.assign(true);
@@ -126,8 +129,9 @@ void TextField::PaintContent(Canvas& canvas)
     const int first = model.SelectionStart(), last = model.SelectionEnd();
     const bool shown = hasCaret && model.HasSelection();
     if (shown)
-        canvas.FillRect({Origin() + WidthTo(first), padding, Origin() + WidthTo(last), client.bottom - padding},
-                        DialogStyle::highlight);
+        canvas.FillRect(
+            {Origin() + WidthTo(first), padding, Origin() + WidthTo(last), client.bottom - padding},
+            DialogStyle::highlight);
     if (model.Length() > 0) {
         measure->CopyFrom(font, ShownBetween(0, model.Length()));
         const float y = (GetHeight() - measure->GetHeight()) * 0.5f + measure->GetBaselineShift();
@@ -165,11 +169,11 @@ void TextField::MouseDown(int pressed, Point point, int inputFlags)
     if (!selecting)
         model.SelectWordAt(place);
     else
-        model.Select(inputFlags & InputFlags::shift ? (model.Caret() == model.SelectionStart()
-                                                           ? model.SelectionEnd()
-                                                           : model.SelectionStart())
-                                                    : place,
-                     place);
+        model.Select(
+            inputFlags & InputFlags::shift
+                ? (model.Caret() == model.SelectionStart() ? model.SelectionEnd() : model.SelectionStart())
+                : place,
+            place);
     ModelChanged();
 }
 
@@ -178,8 +182,7 @@ void TextField::MouseMoved(Point point, int inputFlags)
     Control::MouseMoved(point, inputFlags);
     if (!selecting)
         return;
-    const int fixed =
-        model.Caret() == model.SelectionStart() ? model.SelectionEnd() : model.SelectionStart();
+    const int fixed = model.Caret() == model.SelectionStart() ? model.SelectionEnd() : model.SelectionStart();
     model.Select(fixed, PlaceAt(point.x));
     ModelChanged();
 }

@@ -84,7 +84,9 @@ int TextFieldModel::Target(bool forwards, Step step) const
     if (step == Step::Character)
         return std::clamp(caret + (forwards ? 1 : -1), 0, Length());
     int place = caret;
-    const auto next = [&] { return IsWordPoint(points[static_cast<std::size_t>(forwards ? place : place - 1)]); };
+    const auto next = [&] {
+        return IsWordPoint(points[static_cast<std::size_t>(forwards ? place : place - 1)]);
+    };
     const auto more = [&] { return forwards ? place < Length() : place > 0; };
     // Over what lies between, then over the word, backwards; the other way round forwards.
     for (const bool word : {forwards, !forwards})

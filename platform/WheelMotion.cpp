@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::uint32_t leastMs = 10;
 constexpr std::uint32_t mostMs = 500;
-constexpr float linesPerNotch = 3.0f;   // what desktops scroll by
+constexpr float linesPerNotch = 3.0f;  // what desktops scroll by
 constexpr float unitsPerLine = 10.0f;
 constexpr float unitsPerColumn = 25.0f;  // a sideways notch
 
@@ -25,7 +25,8 @@ WheelMotion::Scroll WheelMotion::Step(Orientation axis, float notches, int flags
     constexpr int sideways = InputFlags::ctrl | InputFlags::shift;
     const bool turned = axis == Orientation::Vertical && (flags & sideways) == sideways;
     if (axis == Orientation::Horizontal || turned)
-        return {{velocity, 0.0f}, {notches * unitsPerColumn, 0.0f}, notches, turned ? flags & ~sideways : flags};
+        return {
+            {velocity, 0.0f}, {notches * unitsPerColumn, 0.0f}, notches, turned ? flags & ~sideways : flags};
     return {{0.0f, velocity}, {0.0f, linesPerNotch * notches * unitsPerLine}, notches, flags};
 }
 

@@ -36,8 +36,8 @@ bool X11Control::Create(const X11Interface::Options& options)
     DeviceRect rect = DeviceRect::At({0, 0}, size);
     if (!parent)
         if (const auto* monitor = interface.Screens().MonitorOf(rect))
-            rect = DeviceRect::At({monitor->rect.Middle().x - size.x / 2, monitor->rect.Middle().y - size.y / 2},
-                                  size);
+            rect = DeviceRect::At(
+                {monitor->rect.Middle().x - size.x / 2, monitor->rect.Middle().y - size.y / 2}, size);
     if (!CreateNative(in, rect, false))
         return false;
     if (!parent)
@@ -57,22 +57,19 @@ bool X11Control::CreateNative(xcb_window_t in, const DeviceRect& rect, bool over
     window = xcb_generate_id(display);
     deviceSize = rect.Size();
     // No background: the display would show it for a moment before every repaint.
-    const std::uint32_t values[] = {XCB_BACK_PIXMAP_NONE,
-                                    0,
-                                    XCB_GRAVITY_NORTH_WEST,
-                                    overrideRedirect ? 1u : 0u,
-                                    normalEvents,
-                                    display.Colormap()};
+    const std::uint32_t values[] = {XCB_BACK_PIXMAP_NONE,   0,
+                                    XCB_GRAVITY_NORTH_WEST, overrideRedirect ? 1u : 0u,
+                                    normalEvents,           display.Colormap()};
     const X11Reply<xcb_generic_error_t> error(xcb_request_check(
         display,
-        xcb_create_window_checked(
-            display, static_cast<std::uint8_t>(visual.depth), window, in, static_cast<std::int16_t>(rect.left),
-            static_cast<std::int16_t>(rect.top), static_cast<std::uint16_t>(std::max(1, rect.Width())),
-            static_cast<std::uint16_t>(std::max(1, rect.Height())), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-            visual.id,
-            XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_BIT_GRAVITY | XCB_CW_OVERRIDE_REDIRECT |
-                XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
-            values)));
+        xcb_create_window_checked(display, static_cast<std::uint8_t>(visual.depth), window, in,
+                                  static_cast<std::int16_t>(rect.left), static_cast<std::int16_t>(rect.top),
+                                  static_cast<std::uint16_t>(std::max(1, rect.Width())),
+                                  static_cast<std::uint16_t>(std::max(1, rect.Height())), 0,
+                                  XCB_WINDOW_CLASS_INPUT_OUTPUT, visual.id,
+                                  XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_BIT_GRAVITY |
+                                      XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
+                                  values)));
     if (error || display.IsLost()) {
         window = XCB_WINDOW_NONE;
         return false;
@@ -144,7 +141,8 @@ void X11Control::ForgetWindow()
 DeviceRect X11Control::ScreenRect() const
 {
     const auto origin = window ? interface.Connection().OriginOf(window) : std::nullopt;
-    return DeviceRect::At(origin ? BasicPoint<int>{(*origin)[0], (*origin)[1]} : BasicPoint<int>{}, deviceSize);
+    return DeviceRect::At(origin ? BasicPoint<int>{(*origin)[0], (*origin)[1]} : BasicPoint<int>{},
+                          deviceSize);
 }
 
 void X11Control::SetParentWindow(xcb_window_t newParent)

@@ -61,8 +61,8 @@ xcb_window_t managerWindow(X11Connection& connection)
         xcb_intern_atom_reply(connection, xcb_intern_atom(connection, 1, 13, "_XSETTINGS_S0"), nullptr));
     if (!name || !name->atom)
         return XCB_WINDOW_NONE;
-    const X11Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-        connection, xcb_get_selection_owner(connection, name->atom), nullptr));
+    const X11Reply<xcb_get_selection_owner_reply_t> owner(
+        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, name->atom), nullptr));
     return owner ? owner->owner : XCB_WINDOW_NONE;
 }
 

@@ -37,7 +37,8 @@ bool X11Dialog::Run()
     bool answered = false;
     {
         const RootControl::Suspension suspension(owner.Window());
-        answered = X11NestedLoop::Run(owner, [this] { return ended; }, ui.get());
+        answered = X11NestedLoop::Run(
+            owner, [this] { return ended; }, ui.get());
     }
     if (*alive)
         owner.SetInputBlocked(false);

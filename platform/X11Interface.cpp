@@ -33,9 +33,12 @@ std::unique_ptr<X11Interface> X11Interface::Open(HostLoop& loop, const Options& 
 
 X11Interface::X11Interface(HostLoop& hostLoop, std::unique_ptr<X11Connection> opened, const Options& options,
                            TickMs tick)
-    : UserInterface(std::make_unique<X11PlatformDelegate>(), tick), loop(hostLoop),
-      connection(std::move(opened)), screens(std::make_unique<X11Screens>(*connection)),
-      scaleIsGiven(options.scale > 0.0f), scaleIsUsers(OverrideScale(options.scaleSetting) > 0.0f)
+    : UserInterface(std::make_unique<X11PlatformDelegate>(), tick),
+      loop(hostLoop),
+      connection(std::move(opened)),
+      screens(std::make_unique<X11Screens>(*connection)),
+      scaleIsGiven(options.scale > 0.0f),
+      scaleIsUsers(OverrideScale(options.scaleSetting) > 0.0f)
 {
     static_cast<X11PlatformDelegate&>(Platform()).Attach(*this);
     Backing().ReadAdjustments(options.scalingAdjustments);
@@ -53,13 +56,11 @@ bool X11Interface::CreateWindow(const Options& options)
     clipboard = std::make_unique<X11Clipboard>(*this);
     fileDrop = std::make_unique<X11FileDrop>(*this);
     control = std::make_unique<NativeX11Control>(*this);
-    for (X11EventHandler* handler : {static_cast<X11EventHandler*>(screens.get()),
-                                     static_cast<X11EventHandler*>(clipboard.get()),
-                                     static_cast<X11EventHandler*>(fileDrop.get()),
-                                     static_cast<X11EventHandler*>(focus.get()),
-                                     static_cast<X11EventHandler*>(keyboard.get()),
-                                     static_cast<X11EventHandler*>(mouse.get()),
-                                     static_cast<X11EventHandler*>(control.get())})
+    for (X11EventHandler* handler :
+         {static_cast<X11EventHandler*>(screens.get()), static_cast<X11EventHandler*>(clipboard.get()),
+          static_cast<X11EventHandler*>(fileDrop.get()), static_cast<X11EventHandler*>(focus.get()),
+          static_cast<X11EventHandler*>(keyboard.get()), static_cast<X11EventHandler*>(mouse.get()),
+          static_cast<X11EventHandler*>(control.get())})
         AddEventHandler(*handler);
     {
         RootControl::Entry entry(*control);

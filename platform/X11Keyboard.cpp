@@ -23,8 +23,8 @@ namespace {
 const char* composeLocale()
 {
     for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"})
-        if (const char* value = std::getenv(name); value && *value && std::string(value) != "C" &&
-                                                   std::string(value) != "POSIX")
+        if (const char* value = std::getenv(name);
+            value && *value && std::string(value) != "C" && std::string(value) != "POSIX")
             return value;
     return "en_US.UTF-8";
 }
@@ -96,8 +96,8 @@ void X11Keyboard::ReadLayout()
     if (display.Has().keyboardEvent) {
         const std::int32_t device = xkb_x11_get_core_keyboard_device_id(display);
         if (device >= 0)
-            layout.reset(xkb_x11_keymap_new_from_device(context.get(), display, device,
-                                                        XKB_KEYMAP_COMPILE_NO_FLAGS));
+            layout.reset(
+                xkb_x11_keymap_new_from_device(context.get(), display, device, XKB_KEYMAP_COMPILE_NO_FLAGS));
     }
     if (!layout)
         layout.reset(xkb_keymap_new_from_names(context.get(), nullptr, XKB_KEYMAP_COMPILE_NO_FLAGS));

@@ -59,11 +59,11 @@ bool X11MenuSession::Grab()
             xcb_grab_pointer(display, 0, Top().Window(), events, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
                              XCB_WINDOW_NONE, XCB_CURSOR_NONE, XCB_CURRENT_TIME),
             nullptr));
-        const X11Reply<xcb_grab_keyboard_reply_t> keys(xcb_grab_keyboard_reply(
-            display,
-            xcb_grab_keyboard(display, 0, Top().Window(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                              XCB_GRAB_MODE_ASYNC),
-            nullptr));
+        const X11Reply<xcb_grab_keyboard_reply_t> keys(
+            xcb_grab_keyboard_reply(display,
+                                    xcb_grab_keyboard(display, 0, Top().Window(), XCB_CURRENT_TIME,
+                                                      XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                    nullptr));
         if (!mouse || !keys)
             return false;
         // Without the keyboard it still works by mouse.

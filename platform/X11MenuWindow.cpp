@@ -73,15 +73,14 @@ void X11MenuWindow::Open(const DeviceRect& anchor, MenuPlacement::Side side, con
     window = xcb_generate_id(display);
     const std::uint32_t values[] = {XCB_BACK_PIXMAP_NONE, 0, 1, 1, XCB_EVENT_MASK_EXPOSURE,
                                     display.Colormap()};
-    xcb_create_window(display, static_cast<std::uint8_t>(display.WindowVisual().depth), window,
-                      display.RootWindow(), static_cast<std::int16_t>(screenRect.left),
-                      static_cast<std::int16_t>(screenRect.top),
-                      static_cast<std::uint16_t>(screenRect.Width()),
-                      static_cast<std::uint16_t>(screenRect.Height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                      display.WindowVisual().id,
-                      XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT |
-                          XCB_CW_SAVE_UNDER | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
-                      values);
+    xcb_create_window(
+        display, static_cast<std::uint8_t>(display.WindowVisual().depth), window, display.RootWindow(),
+        static_cast<std::int16_t>(screenRect.left), static_cast<std::int16_t>(screenRect.top),
+        static_cast<std::uint16_t>(screenRect.Width()), static_cast<std::uint16_t>(screenRect.Height()), 0,
+        XCB_WINDOW_CLASS_INPUT_OUTPUT, display.WindowVisual().id,
+        XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_SAVE_UNDER |
+            XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
+        values);
     display.SetProperty(window, display.Atom(X11Atom::NetWmWindowType), XCB_ATOM_ATOM,
                         std::vector<std::uint32_t>{display.Atom(X11Atom::NetWmWindowTypeMenu)});
     surface = std::make_unique<X11Surface>(display, window);

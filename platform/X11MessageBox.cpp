@@ -48,8 +48,8 @@ bool X11MessageBox::Show(X11Interface& owner, const std::string& text, int flags
         x -= buttonSize.x + margin * 0.5f;
     accept.SetBounds(x, y, buttonSize.x, buttonSize.y);
     dialog.OnKey = [&](const X11Key& key) {
-        const bool enter = key.symbol == XKB_KEY_Return || key.symbol == XKB_KEY_KP_Enter ||
-                           key.symbol == XKB_KEY_space;
+        const bool enter =
+            key.symbol == XKB_KEY_Return || key.symbol == XKB_KEY_KP_Enter || key.symbol == XKB_KEY_space;
         if (enter)
             dialog.End(canAccept);
         return enter;

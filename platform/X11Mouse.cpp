@@ -53,13 +53,11 @@ int X11Mouse::FlagsOf(std::uint32_t state) noexcept
         std::uint32_t bit;
         int flag;
     };
-    constexpr Row rows[] = {{XCB_MOD_MASK_SHIFT, InputFlags::shift},
-                            {XCB_MOD_MASK_CONTROL, InputFlags::ctrl},
-                            {XCB_MOD_MASK_1, InputFlags::alt},
-                            {XCB_MOD_MASK_4, InputFlags::systemKey},
-                            {XCB_BUTTON_MASK_1, InputFlags::leftButton},
-                            {XCB_BUTTON_MASK_2, InputFlags::middleButton},
-                            {XCB_BUTTON_MASK_3, InputFlags::rightButton}};
+    constexpr Row rows[] = {
+        {XCB_MOD_MASK_SHIFT, InputFlags::shift},     {XCB_MOD_MASK_CONTROL, InputFlags::ctrl},
+        {XCB_MOD_MASK_1, InputFlags::alt},           {XCB_MOD_MASK_4, InputFlags::systemKey},
+        {XCB_BUTTON_MASK_1, InputFlags::leftButton}, {XCB_BUTTON_MASK_2, InputFlags::middleButton},
+        {XCB_BUTTON_MASK_3, InputFlags::rightButton}};
     int flags = 0;
     for (const Row& row : rows)
         if (state & row.bit)
@@ -177,10 +175,11 @@ bool X11Mouse::HandleExtended(const xcb_generic_event_t& event)
     if (pointing.event != window)
         return false;
     const float x = fromFixed(pointing.event_x), y = fromFixed(pointing.event_y);
-    Pointer pointer{ToLogical(x, y),
-                    {static_cast<int>(fromFixed(pointing.root_x)), static_cast<int>(fromFixed(pointing.root_y))},
-                    pointing.mods.effective,
-                    pointing.time};
+    Pointer pointer{
+        ToLogical(x, y),
+        {static_cast<int>(fromFixed(pointing.root_x)), static_cast<int>(fromFixed(pointing.root_y))},
+        pointing.mods.effective,
+        pointing.time};
     const std::uint32_t* buttons = xcb_input_button_press_button_mask(&pointing);
     for (int button = 1; pointing.buttons_len > 0 && button <= 3; ++button)
         if (buttons[0] >> button & 1)

@@ -57,8 +57,8 @@ private:
     HostLoop& loop;
     Sink& sink;
     int epoll = -1;
-    int clock = -1;   // a timer descriptor
-    int stop = -1;    // both for the thread
+    int clock = -1;  // a timer descriptor
+    int stop = -1;   // both for the thread
     int served = -1;
     bool watched = false;
     bool timed = false;

@@ -37,15 +37,15 @@ void X11Screens::Refresh()
     monitors.clear();
     const xcb_window_t root = connection.RootWindow();
     const X11Reply<xcb_randr_get_monitors_reply_t> reply(
-        connection.Has().randrEvent ? xcb_randr_get_monitors_reply(
-                                          connection, xcb_randr_get_monitors(connection, root, 1), nullptr)
-                                    : nullptr);
+        connection.Has().randrEvent
+            ? xcb_randr_get_monitors_reply(connection, xcb_randr_get_monitors(connection, root, 1), nullptr)
+            : nullptr);
     if (reply)
         for (auto each = xcb_randr_get_monitors_monitors_iterator(reply.get()); each.rem;
              xcb_randr_monitor_info_next(&each)) {
             const xcb_randr_monitor_info_t& info = *each.data;
-            const DeviceRect rect =
-                DeviceRect::At({info.x, info.y}, {static_cast<int>(info.width), static_cast<int>(info.height)});
+            const DeviceRect rect = DeviceRect::At(
+                {info.x, info.y}, {static_cast<int>(info.width), static_cast<int>(info.height)});
             const int width = static_cast<int>(info.width_in_millimeters);
             if (!rect.IsEmpty())
                 monitors.push_back({rect, width, ScaleOf(settings, rect.Width(), rect.Height(), width)});

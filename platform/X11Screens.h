@@ -13,9 +13,9 @@ namespace gui {
 class X11Screens : public X11EventHandler {
 public:
     struct Monitor {
-        DeviceRect rect;       // of the screen
-        int millimetres = 0;   // its width; 0 if it doesn't say, or nonsense
-        float scale = 1.0f;    // as measured, not yet one of the levels
+        DeviceRect rect;      // of the screen
+        int millimetres = 0;  // its width; 0 if it doesn't say, or nonsense
+        float scale = 1.0f;   // as measured, not yet one of the levels
 
         friend bool operator==(const Monitor&, const Monitor&) = default;
     };

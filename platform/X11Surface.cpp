@@ -10,7 +10,9 @@
 namespace gui {
 
 X11Surface::X11Surface(X11Connection& display, xcb_window_t target)
-    : connection(display), window(target), context(xcb_generate_id(display)),
+    : connection(display),
+      window(target),
+      context(xcb_generate_id(display)),
       sharing(display.Has().sharedMemory == 2)
 {
     const std::uint32_t noExposures = 0;
