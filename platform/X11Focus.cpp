@@ -41,7 +41,6 @@ void X11Focus::GiveBack()
 {
     if (!held || !window || interface.Window().IsOwnTopLevel())
         return;
-    X11Connection& display = interface.Connection();
     const bool wasNobodys = previous <= XCB_INPUT_FOCUS_POINTER_ROOT;
     const xcb_window_t to = wasNobodys ? HostWindow() : previous;
     SetHeld(false);
