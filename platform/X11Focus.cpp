@@ -58,7 +58,7 @@ void X11Focus::Request(xcb_window_t to)
 
 void X11Focus::HandOver(const xcb_key_press_event_t& key)
 {
-    if (interface.Window().IsOwnTopLevel())
+    if (!interface.Window().HostWindow())
         return;
     X11Connection& display = interface.Connection();
     xcb_key_press_event_t sent = key;

@@ -19,7 +19,8 @@ struct OtherProgram {
         host.Sync();
     }
 
-    void Put(const xcb_selection_request_event_t& request, xcb_atom_t type, int format, const std::string& data)
+    void Put(const xcb_selection_request_event_t& request, xcb_atom_t type, int format,
+             const std::string& data)
     {
         xcb_change_property(host, XCB_PROP_MODE_REPLACE, request.requestor, request.property, type,
                             static_cast<std::uint8_t>(format),
@@ -75,7 +76,8 @@ struct OtherProgram {
 
     bool WaitForProperty(xcb_window_t of, int state)
     {
-        while (auto* event = reinterpret_cast<xcb_property_notify_event_t*>(host.WaitFor(XCB_PROPERTY_NOTIFY))) {
+        while (auto* event =
+                   reinterpret_cast<xcb_property_notify_event_t*>(host.WaitFor(XCB_PROPERTY_NOTIFY))) {
             const bool fits = event->window == of && event->state == state;
             std::free(event);
             if (fits)
@@ -113,7 +115,8 @@ struct OtherProgram {
     xcb_atom_t TypeOf(xcb_atom_t property)
     {
         auto* reply = xcb_get_property_reply(
-            host, xcb_get_property(host, 0, host.Window(), property, XCB_GET_PROPERTY_TYPE_ANY, 0, 0), nullptr);
+            host, xcb_get_property(host, 0, host.Window(), property, XCB_GET_PROPERTY_TYPE_ANY, 0, 0),
+            nullptr);
         const xcb_atom_t type = reply ? reply->type : xcb_atom_t{0};
         std::free(reply);
         return type;
@@ -135,14 +138,21 @@ TEST_F(ClipboardTest, GivesItsTextInAllForms)
 {
     Open();
     OtherProgram other(*host);
-    ui->Platform().SetClipboardText("Gr\xC3\xBC\xC3\x9F" "e \xE2\x82\xAC");
-    EXPECT_EQ(ui->Platform().GetClipboardText(), "Gr\xC3\xBC\xC3\x9F" "e \xE2\x82\xAC");
+    ui->Platform().SetClipboardText("Gr\xC3\xBC\xC3\x9F"
+                                    "e \xE2\x82\xAC");
+    EXPECT_EQ(ui->Platform().GetClipboardText(), "Gr\xC3\xBC\xC3\x9F"
+                                                 "e \xE2\x82\xAC");
     struct Row {
         const char* target;
         std::string text;
     };
-    for (const Row& row : {Row{"UTF8_STRING", "Gr\xC3\xBC\xC3\x9F" "e \xE2\x82\xAC"}, Row{"STRING", "Gr\xFC\xDF" "e ?"},
-                           Row{"TEXT", "Gr\xC3\xBC\xC3\x9F" "e \xE2\x82\xAC"}, Row{"image/png", "-"}}) {
+    for (const Row& row : {Row{"UTF8_STRING", "Gr\xC3\xBC\xC3\x9F"
+                                              "e \xE2\x82\xAC"},
+                           Row{"STRING", "Gr\xFC\xDF"
+                                         "e ?"},
+                           Row{"TEXT", "Gr\xC3\xBC\xC3\x9F"
+                                       "e \xE2\x82\xAC"},
+                           Row{"image/png", "-"}}) {
         std::string fetched;
         std::atomic<bool> done = false;
         std::thread program([&] { fetched = other.Fetch(row.target), done = true; });

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "TestHost.h"
+#include "TestLoop.h"
 #include "gui/Control.h"
 #include "platform/X11Control.h"
 #include "platform/X11Interface.h"
 #include "support/VirtualDisplay.h"
-#include "TestHost.h"
-#include "TestLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -40,27 +40,27 @@ public:
         return count;
     }
 
-    void MouseDown(int button, gui::Point point, int flags) override
+    void MouseDown(int pressed, gui::Point point, int heldFlags) override
     {
-        events.push_back({flags & 64 ? "double" : "down", button, point, flags});
-        Control::MouseDown(button, point, flags);
+        events.push_back({heldFlags & 64 ? "double" : "down", pressed, point, heldFlags});
+        Control::MouseDown(pressed, point, heldFlags);
     }
-    void MouseUp(int button, gui::Point point, int flags) override
+    void MouseUp(int pressed, gui::Point point, int heldFlags) override
     {
-        events.push_back({"up", button, point, flags});
-        Control::MouseUp(button, point, flags);
+        events.push_back({"up", pressed, point, heldFlags});
+        Control::MouseUp(pressed, point, heldFlags);
     }
     void MouseEntered() override { events.push_back({"enter", 0, {}, 0}); }
     void MouseLeft() override { events.push_back({"leave", 0, {}, 0}); }
-    bool WheelDelta(gui::Point, int flags, float delta, gui::Orientation axis) override
+    bool WheelDelta(gui::Point, int heldFlags, float delta, gui::Orientation axis) override
     {
         const bool vertical = axis == gui::Orientation::Vertical;
-        events.push_back({vertical ? "wheel" : "sideways", 0, {delta, delta}, flags});
+        events.push_back({vertical ? "wheel" : "sideways", 0, {delta, delta}, heldFlags});
         return true;
     }
-    bool KeyPressed(int keyCode, int character, int flags) override
+    bool KeyPressed(int keyCode, int character, int heldFlags) override
     {
-        events.push_back({"key", keyCode == gui::KeyCode::character ? character : -keyCode, {}, flags});
+        events.push_back({"key", keyCode == gui::KeyCode::character ? character : -keyCode, {}, heldFlags});
         return takesKeys;
     }
 

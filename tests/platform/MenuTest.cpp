@@ -1,5 +1,5 @@
-#include "EditorFixture.h"
 #include "gui/Menu.h"
+#include "EditorFixture.h"
 #include "gui/PopupMenu.h"
 #include "gui/Timer.h"
 #include "platform/MenuPlacement.h"
@@ -157,9 +157,9 @@ TEST(MenuPlacement, OpensWhereThereIsRoom)
     };
     for (const Row& row : {
              Row{{100, 200}, {50, 40, 90, 60}, Side::Below, {50, 60, 150, 260}},
-             Row{{100, 200}, {50, 500, 90, 520}, Side::Below, {50, 300, 150, 500}},     // above
-             Row{{100, 200}, {750, 40, 790, 60}, Side::Below, {700, 60, 800, 260}},     // moved in
-             Row{{100, 900}, {50, 40, 90, 60}, Side::Below, {50, 0, 150, 600}},         // cut
+             Row{{100, 200}, {50, 500, 90, 520}, Side::Below, {50, 300, 150, 500}},  // above
+             Row{{100, 200}, {750, 40, 790, 60}, Side::Below, {700, 60, 800, 260}},  // moved in
+             Row{{100, 900}, {50, 40, 90, 60}, Side::Below, {50, 0, 150, 600}},      // cut
              Row{{100, 200}, {50, 40, 90, 60}, Side::Beside, {90, 40, 190, 240}},
              Row{{100, 200}, {700, 500, 780, 520}, Side::Beside, {600, 400, 700, 600}},  // to the left, up
          })

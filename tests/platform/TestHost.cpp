@@ -86,8 +86,8 @@ void TestHost::Key(std::uint32_t symbol, bool down)
     const xcb_setup_t& setup = *xcb_get_setup(connection);
     const int first = setup.min_keycode, count = setup.max_keycode - first + 1;
     const auto map = owned(xcb_get_keyboard_mapping_reply(
-        connection,
-        xcb_get_keyboard_mapping(connection, setup.min_keycode, static_cast<std::uint8_t>(count)), nullptr));
+        connection, xcb_get_keyboard_mapping(connection, setup.min_keycode, static_cast<std::uint8_t>(count)),
+        nullptr));
     const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(map.get());
     for (int i = 0; i < count; ++i)
         if (symbols[i * map->keysyms_per_keycode] == symbol)
@@ -102,11 +102,11 @@ void TestHost::Type(std::uint32_t symbol)
 
 std::uint32_t TestHost::Pixel(int x, int y) const
 {
-    const auto image = owned(xcb_get_image_reply(
-        connection,
-        xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, screen->root, static_cast<std::int16_t>(x),
-                      static_cast<std::int16_t>(y), 1, 1, ~0u),
-        nullptr));
+    const auto image = owned(xcb_get_image_reply(connection,
+                                                 xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP,
+                                                               screen->root, static_cast<std::int16_t>(x),
+                                                               static_cast<std::int16_t>(y), 1, 1, ~0u),
+                                                 nullptr));
     std::uint32_t pixel = 0;
     if (image)
         std::memcpy(&pixel, xcb_get_image_data(image.get()), 4);
@@ -130,7 +130,8 @@ std::vector<xcb_window_t> TestHost::TopWindows() const
 
 std::array<int, 4> TestHost::Geometry(xcb_window_t of) const
 {
-    const auto geometry = owned(xcb_get_geometry_reply(connection, xcb_get_geometry(connection, of), nullptr));
+    const auto geometry =
+        owned(xcb_get_geometry_reply(connection, xcb_get_geometry(connection, of), nullptr));
     if (!geometry)
         return {};
     return {geometry->x, geometry->y, geometry->width, geometry->height};
@@ -140,7 +141,7 @@ xcb_window_t TestHost::FirstChild(xcb_window_t of) const
 {
     const auto tree = owned(xcb_query_tree_reply(connection, xcb_query_tree(connection, of), nullptr));
     return tree && xcb_query_tree_children_length(tree.get()) ? xcb_query_tree_children(tree.get())[0]
-                                                              : XCB_WINDOW_NONE;
+                                                              : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 xcb_atom_t TestHost::Atom(const char* name) const
@@ -156,7 +157,8 @@ std::string TestHost::Property(xcb_window_t of, const char* name, bool remove) c
 {
     const auto reply = owned(xcb_get_property_reply(
         connection,
-        xcb_get_property(connection, remove, of, Atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 1u << 22), nullptr));
+        xcb_get_property(connection, remove, of, Atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 1u << 22),
+        nullptr));
     if (!reply)
         return {};
     return {static_cast<const char*>(xcb_get_property_value(reply.get())),
