@@ -42,9 +42,6 @@ X11Interface::X11Interface(HostLoop& hostLoop, std::unique_ptr<X11Connection> op
 {
     static_cast<X11PlatformDelegate&>(Platform()).Attach(*this);
     Backing().ReadAdjustments(options.scalingAdjustments);
-    const float users = OverrideScale(options.scaleSetting);
-    const float hosts = options.scale > 0.0f ? options.scale : screens->SmallestScale();
-    Backing().SetLevel(DeviceBacking::LevelOf(scaleIsUsers ? users : hosts));
     pump = std::make_unique<X11Pump>(loop, static_cast<X11Pump::Sink&>(*this));
 }
 
@@ -56,6 +53,10 @@ bool X11Interface::CreateWindow(const Options& options)
     clipboard = std::make_unique<X11Clipboard>(*this);
     fileDrop = std::make_unique<X11FileDrop>(*this);
     control = std::make_unique<NativeX11Control>(*this);
+    // The root hears of every scale.
+    const float users = OverrideScale(options.scaleSetting);
+    const float hosts = options.scale > 0.0f ? options.scale : screens->SmallestScale();
+    Backing().SetLevel(DeviceBacking::LevelOf(scaleIsUsers ? users : hosts));
     for (X11EventHandler* handler :
          {static_cast<X11EventHandler*>(screens.get()), static_cast<X11EventHandler*>(clipboard.get()),
           static_cast<X11EventHandler*>(fileDrop.get()), static_cast<X11EventHandler*>(focus.get()),

@@ -41,9 +41,12 @@ bool X11MenuSession::Start(const DeviceRect& anchor)
     if (!found)
         return false;
     monitor = found->rect;
+    // First of all: keys that come as soon as the menu shows are for it.
+    if (!Grab())
+        return false;
     OpenLevel(menu, anchor, MenuPlacement::Side::Below);
     startTime = Now();
-    return Top().RowCount() > 0 && Grab();
+    return Top().RowCount() > 0;
 }
 
 // A button that is still down, or a window manager that just activated the window, may hold the mouse for a
@@ -53,17 +56,17 @@ bool X11MenuSession::Grab()
     constexpr std::uint16_t events =
         XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
     X11Connection& display = interface.Connection();
+    const xcb_window_t window = interface.Window().Window();
     for (int attempt = 0; attempt < grabAttempts; ++attempt) {
         const X11Reply<xcb_grab_pointer_reply_t> mouse(xcb_grab_pointer_reply(
             display,
-            xcb_grab_pointer(display, 0, Top().Window(), events, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+            xcb_grab_pointer(display, 0, window, events, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
                              XCB_WINDOW_NONE, XCB_CURSOR_NONE, XCB_CURRENT_TIME),
             nullptr));
-        const X11Reply<xcb_grab_keyboard_reply_t> keys(
-            xcb_grab_keyboard_reply(display,
-                                    xcb_grab_keyboard(display, 0, Top().Window(), XCB_CURRENT_TIME,
-                                                      XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
-                                    nullptr));
+        const X11Reply<xcb_grab_keyboard_reply_t> keys(xcb_grab_keyboard_reply(
+            display,
+            xcb_grab_keyboard(display, 0, window, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+            nullptr));
         if (!mouse || !keys)
             return false;
         // Without the keyboard it still works by mouse.
