@@ -98,6 +98,9 @@ void FakePortal::Answer(DBusMessage* call)
     dbus_message_unref(reply);
     dbus_connection_flush(bus);
     if (behaviour == Behaviour::Vanishes) {
+        // Not before the reply has gone through.
+        for (int i = 0; i < 2; ++i)
+            dbus_bus_name_has_owner(bus, "org.freedesktop.portal.Desktop", nullptr);
         kill(daemon, SIGKILL);
         return;
     }
