@@ -1,13 +1,10 @@
 #include "platform/X11Connection.h"
 
 #include "platform/PipeSignalGuard.h"
+#include "platform/XkbHeader.h"
 
 #include <poll.h>
 #include <sys/socket.h>
-// The keyboard extension's header names a field with a keyword of this language.
-#define explicit explicitField
-#include <xcb/xkb.h>
-#undef explicit
 #include <xcb/randr.h>
 #include <xcb/shm.h>
 #include <xcb/xfixes.h>

@@ -4,12 +4,9 @@
 #include "platform/X11Control.h"
 #include "platform/X11Focus.h"
 #include "platform/X11Mouse.h"
+#include "platform/XkbHeader.h"
 
 #include <xkbcommon/xkbcommon-x11.h>
-// The keyboard extension's header names a field with a keyword of this language.
-#define explicit explicitField
-#include <xcb/xkb.h>
-#undef explicit
 
 #include <algorithm>
 #include <cstdlib>
