@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -38,6 +39,7 @@ void FakePortal::StartBus()
         return;
     daemon = fork();
     if (daemon == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);  // a test that crashes leaves none behind
         close(ends[0]);
         const std::string print = "--print-address=" + std::to_string(ends[1]);
         execlp("dbus-daemon", "dbus-daemon", "--session", "--nofork", "--nosyslog", "--nopidfile",

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -30,6 +31,7 @@ VirtualDisplay::VirtualDisplay(const char* screen)
         return;
     process = fork();
     if (process == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);  // a test that crashes leaves none behind
         close(ends[0]);
         const int nowhere = open("/dev/null", O_RDWR);
         dup2(nowhere, STDOUT_FILENO);
