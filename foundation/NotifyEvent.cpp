@@ -2,10 +2,23 @@
 
 #include <algorithm>
 
+NotifyEvent::~NotifyEvent()
+{
+    for (Firing* run = firing; run; run = run->outer) {
+        run->orphaned = true;
+        if (run->outer)
+            continue;
+        run->kept = std::move(handlers);
+        run->kept.push_back(std::move(primaryHandler));
+        for (auto& handler : removed)
+            run->kept.push_back(std::move(handler));
+    }
+}
+
 void NotifyEvent::setHandler(std::unique_ptr<Handler> newHandler)
 {
     std::swap(primaryHandler, newHandler);
-    if (firing != 0 && newHandler)
+    if (firing && newHandler)
         removed.push_back(std::move(newHandler));
 }
 
@@ -23,20 +36,26 @@ void NotifyEvent::removeHandler(const Handler& probe)
         removed.push_back(std::move(handlers[i]));
         break;
     }
-    if (firing == 0)
+    if (!firing)
         dropRemoved();
 }
 
 void NotifyEvent::fire(void* argument)
 {
-    ++firing;
+    Firing run{firing, false, {}};
+    firing = &run;
     if (Handler* primary = primaryHandler.get())
         primary->invoke(argument);
-    for (std::size_t i = handlers.size(); i-- > 0;) {
+    for (std::size_t i = run.orphaned ? 0 : handlers.size(); i-- > 0;) {
         if (Handler* next = handlers[i].get())
             next->invoke(argument);
+        if (run.orphaned)
+            return;
     }
-    if (--firing == 0 && !removed.empty())
+    if (run.orphaned)
+        return;
+    firing = run.outer;
+    if (!firing && !removed.empty())
         dropRemoved();
 }
 

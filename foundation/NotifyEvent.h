@@ -8,6 +8,9 @@
 /// An event with one primary handler and any number of further ones. One thread at a time.
 class NotifyEvent {
 public:
+    NotifyEvent() = default;
+    ~NotifyEvent();
+
     class Handler {
     public:
         virtual ~Handler() = default;
@@ -62,15 +65,25 @@ public:
     /// Removes the handler added last of those that equal `probe`: one only.
     void removeHandler(const Handler& probe);
     /// Calls the primary handler, then the further ones from the last to the first. A handler may remove
-    /// itself or others; a removed one isn't called any more.
+    /// itself or others; a removed one isn't called any more. It may also destroy the event, which ends the
+    /// firing.
     void fire(void* argument = nullptr);
 
 private:
+    using HandlerList = std::vector<std::unique_ptr<Handler>>;
+
+    /// One run of `fire`, on its stack.
+    struct Firing {
+        Firing* outer;          // of the same event
+        bool orphaned = false;  // the event is gone
+        HandlerList kept;       // its handlers, which may still be running
+    };
+
     void dropRemoved();
 
     std::unique_ptr<Handler> primaryHandler;
-    std::vector<std::unique_ptr<Handler>> handlers;
+    HandlerList handlers;
     // Handlers removed while the event fires stay alive, out of the list, until it has fired.
-    std::vector<std::unique_ptr<Handler>> removed;
-    int firing = 0;
+    HandlerList removed;
+    Firing* firing = nullptr;  // the innermost
 };

@@ -6,6 +6,7 @@
 #include "gui/DeviceBacking.h"
 #include "gui/MemberProperty.h"
 
+#include <istream>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
@@ -40,11 +41,13 @@ public:
     MemberProperty<float, Bitmap, &Bitmap::GetHeight, &Bitmap::SetHeight> Height{*this};
     MemberProperty<Point, Bitmap, &Bitmap::GetSizeProperty, &Bitmap::SetSizeProperty> Size{*this};
     Property<bool> Opaque{false, this};
-    NotifyEvent OnChanged;  // size or content, once per update
+    NotifyEvent OnChanged;  // size or whole content, once per update; drawing on it doesn't count
 
     /// Reads a picture resource, the double-size one unless the scale is 1 and a plain one exists.
     /// Throws EResource ("Resource not found") and EBitmap.
     void Load(std::string_view resourceName);
+    /// Reads a picture of `scale` (1 or 2) pixels to a logical unit. Throws EBitmap.
+    void ReadSource(std::istream& stream, float scale);
     void CopyFrom(const Bitmap& other);
     void Clear();
     /// Logical units; device pixels by ToDevice. The content is nothing afterwards.
@@ -54,7 +57,7 @@ public:
     /// A canvas on the whole of this bitmap.
     Canvas& GetCanvas() { return canvas; }
 
-    /// For filers and renderers: sets the device size directly, with undefined content.
+    /// For filers: sets the device size directly. The content is nothing afterwards.
     void SetSourceSize(int width, int height);
     std::uint32_t* Pixels() noexcept { return pixels.data(); }
     /// Widens the list of changed regions, at most three, by the least cost in area.
@@ -96,8 +99,23 @@ protected:
     void update() override { OnChanged.fire(this); }
 
 private:
+    void AllocatePixels(BasicPoint<int> size);
+    void SetLogicalSize(Point size);
+    /// All is to be uploaded anew.
+    void MarkWhole();
+    /// The picture as it was read, scaled to the backing.
+    void ScaleSource();
+    /// @param heights  of a curve at the left edges of the area's columns and at the right edge of the last
+    void FillBelowCurve(const DeviceRect& area, std::span<const float> heights, float baseline,
+                        gui::Color atCurve, gui::Color atBaseline);
+    std::uint32_t* PixelAt(int x, int y) noexcept
+    {
+        return pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(deviceSize.x) + x;
+    }
+    /// The device pixels of `rect` that lie on this bitmap.
+    DeviceRect ToTarget(const Rect& rect) const noexcept;
+
     DeviceBacking* backing;
-    Rect clipRect;     // logical
     Rect logicalRect;  // (0, 0, width, height)
     BasicPoint<int> deviceSize;
     std::vector<std::uint32_t> pixels;

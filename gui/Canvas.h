@@ -54,6 +54,10 @@ public:
     void StrokeRect(const Rect& rect, Color color, float width);
 
 private:
+    Point SnappedOrigin() const;
+    /// What of `rect` lies within the clip, relative to the snapped origin.
+    Rect Clipped(const Rect& rect, Point snapped) const;
+
     ICanvas* target;
 };
 

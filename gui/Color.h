@@ -43,6 +43,53 @@ struct FloatColor {
     float g = 0;
     float b = 0;
     float a = 0;
+
+    friend constexpr FloatColor operator+(FloatColor x, FloatColor y)
+    {
+        return {x.r + y.r, x.g + y.g, x.b + y.b, x.a + y.a};
+    }
+    friend constexpr FloatColor operator-(FloatColor x, FloatColor y)
+    {
+        return {x.r - y.r, x.g - y.g, x.b - y.b, x.a - y.a};
+    }
+    friend constexpr FloatColor operator*(FloatColor x, float factor)
+    {
+        return {x.r * factor, x.g * factor, x.b * factor, x.a * factor};
+    }
 };
+
+constexpr FloatColor ToPrecise(Color color)
+{
+    return {static_cast<float>(color.r), static_cast<float>(color.g), static_cast<float>(color.b),
+            static_cast<float>(color.a)};
+}
+
+/// Rounded to the nearest; each channel lies in 0..255.
+constexpr Color FromPrecise(FloatColor color)
+{
+    const auto byte = [](float x) { return static_cast<std::uint8_t>(x + 0.5f); };
+    return {byte(color.r), byte(color.g), byte(color.b), byte(color.a)};
+}
+
+/// The colour as a pixel of a bitmap: in memory B, G, R, T, premultiplied, T = 255 - alpha.
+constexpr std::uint32_t ToPixel(Color color) noexcept
+{
+    const auto channel = [a = color.a](int c) { return static_cast<std::uint32_t>(AlphaProduct(c, a)); };
+    return (255u - color.a) << 24 | channel(color.r) << 16 | channel(color.g) << 8 | channel(color.b);
+}
+
+/// The colour of a pixel, not premultiplied: channels divided by alpha, cut to whole numbers.
+constexpr Color FromPixel(std::uint32_t pixel) noexcept
+{
+    const std::uint32_t a = 255u - (pixel >> 24);
+    const auto channel = [a, pixel](int shift) {
+        const std::uint32_t c = pixel >> shift & 0xFF;
+        const std::uint32_t whole = a == 0 || a == 255 ? c : c * 255 / a;
+        return static_cast<std::uint8_t>(whole < 255 ? whole : 255);
+    };
+    return {channel(16), channel(8), channel(0), static_cast<std::uint8_t>(a)};
+}
+
+constexpr std::uint32_t transparentPixel = 0xFF000000u;
 
 }  // namespace gui

@@ -56,6 +56,7 @@ public:
     void SetWidth(float width) { SetSize({width, GetHeight()}); }
     /// None of these does anything when no edge moves by more than `geometryTolerance`.
     void SetBounds(float x, float y, float width, float height);
+    void SetBounds(const Rect& bounds);
 
     Property<int> Anchors{Anchor::left | Anchor::top, this};
     Property<bool> Movable{false, this};
@@ -154,7 +155,9 @@ public:
     Control* HitChild(Point point) const;
     Point ToRoot(Point point) const;
     Point FromRoot(Point point) const;
+    /// Null outside of a tree.
     RootControl* GetRoot() const;
+    virtual RootControl* AsRoot() { return nullptr; }
     const std::vector<Control*>& Children() const { return children; }
     bool IsHovered() const { return hoverChild != nullptr; }
     bool IsInnermostHovered() const { return hoverChild == this; }
@@ -209,6 +212,27 @@ protected:
     Control* currentParent = nullptr;
     ClickState clickState = ClickState::None;
     Rect dirtyRect;
+
+private:
+    bool CatchesMouse(Point point) const;
+    bool CanPaint() const { return Visible.value() && Opacity.value() >= 1; }
+    bool HoldsWheel() const
+    {
+        return captureMode == CaptureMode::Wheel || captureMode == CaptureMode::OtherWheel;
+    }
+    void SetCaptured(CaptureMode mode);
+    void ReleaseCapture();
+    void MoveBy(Point point);
+    void NotifyChange(Change change);
+    void ApplyBounds();
+    void ApplyParent();
+    void ApplyVisibility(Change change);
+    void LayOutChildren(Point oldSize);
+    void LeaveParent();
+    void JoinParent(Control& newParent);
+    void UpdateOpaqueRect();
+    Rect UncoveredRect(const Rect& clip) const;
+    void PaintChildren(Canvas& canvas);
 };
 
 }  // namespace gui

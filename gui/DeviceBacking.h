@@ -55,6 +55,7 @@ public:
 private:
     using LevelMap = std::array<int, levelCount>;
 
+    int LevelInForce() const noexcept;
     void ApplyScale();
 
     LevelMap windowed{};

@@ -3,7 +3,6 @@
 #include "foundation/LockFreeQueue.h"
 
 #include <cstdint>
-#include <vector>
 
 namespace gui {
 

@@ -103,6 +103,11 @@ inline DeviceRect ToDevice(const Rect& rect, float scale) noexcept
 }
 
 enum class Direction { Left = 0, Right = 1, Up = 2, Down = 3 };
+constexpr bool IsHorizontal(Direction direction) noexcept
+{
+    return direction == Direction::Left || direction == Direction::Right;
+}
+
 enum class Orientation { Horizontal = 0, Vertical = 1 };
 enum class Alignment { Left = 0, Centre = 1, Right = 2 };
 

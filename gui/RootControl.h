@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <memory>
+#include <thread>
 
 namespace gui {
 
@@ -33,21 +34,22 @@ public:
         bool IsRootAlive() const { return liveness->alive; }
 
     private:
-        friend class RootControl;
         std::shared_ptr<RootLiveness> liveness;
         RootControl& root;
     };
 
     /// Frees the lock around a nested loop of messages for the length of a block, also when an exception
-    /// leaves it.
+    /// leaves it. The loop may destroy the root, and the lock is then left alone.
     class Suspension {
     public:
-        explicit Suspension(RootControl& suspended) : root(suspended), depth(root.SuspendLock()) {}
-        ~Suspension() { root.ResumeLock(depth); }
+        explicit Suspension(RootControl& suspended);
+        ~Suspension();
         Suspension(const Suspension&) = delete;
         Suspension& operator=(const Suspension&) = delete;
+        bool IsRootAlive() const { return liveness->alive; }
 
     private:
+        std::shared_ptr<RootLiveness> liveness;
         RootControl& root;
         int depth;
     };
@@ -57,7 +59,7 @@ public:
     NotifyEvent OnFullScreenChanging;
     NotifyEvent OnMonitorChanged;
 
-    /// Frees the lock, whatever its depth, which is the result.
+    /// Frees the lock, whatever its depth, which is the result; 0 if this thread doesn't hold it.
     virtual int SuspendLock();
     /// Sends all input to `control` until it is released with null.
     virtual void SetCapture(Control* control);
@@ -84,30 +86,41 @@ public:
 
     Control* CapturedControl() const { return capturedControl; }
     bool IsLeftDown() const { return leftDown; }
-    int LastFlags() const { return flags; }
-    Point LastPosition() const { return position; }
+    int LastFlags() const { return windowFlags; }
+    Point LastPosition() const { return windowPosition; }
     void EndScrollGesture();
-    /// Takes `control` out of what the root remembers.
+    /// Takes `control` and all in it out of what the root remembers, as it leaves the tree.
     void ForgetControl(Control& control);
     /// Waits for the end of the double-click time to tell of a single click.
     void SetPendingSingleClick(Control& control);
+    /// The scale went from `oldScale` to `newScale`: the window follows.
+    void FitToScale(float oldScale, float newScale);
+    /// The interface is about to end.
+    void ReleaseTimers();
+    /// Outlives the root.
+    std::shared_ptr<const RootLiveness> Liveness() const { return liveness; }
 
     /// What is to be repainted, logical units; empty for nothing.
-    const Rect& DirtyRect() const { return dirtyRect; }
+    const Rect& DirtyRect() const { return windowDirtyRect; }
     /// Paints the dirty rectangle and empties it. False if there was nothing to paint.
     bool PaintDirty(Canvas& canvas);
 
     void propertyChanged(AbstractProperty& property) override;
     void InvalidateInParent(const Rect& rect) override;
     void PaintContent(Canvas& canvas) override;
+    RootControl* AsRoot() override { return this; }
 
 private:
-    Point ToEventTarget(Point point) const;
     Control& EventTarget() { return capturedControl ? *capturedControl : *this; }
+    void MoveMouse(Point point, int inputFlags);
+    bool BeginScrollGesture(Point point, int inputFlags);
     void FirePendingSingleClick();
+    void ClearPendingSingleClick();
+    void SwitchFullScreen();
 
-    std::shared_ptr<RootLiveness> liveness;
-    int lockDepth = 0;
+    std::shared_ptr<RootLiveness> liveness = std::make_shared<RootLiveness>();
+    std::atomic<std::thread::id> lockOwner{};
+    int lockDepth = 0;  // of the owner
     bool changingFullScreen = false;
     bool mappedRightClick = false;
     bool leftDown = false;
@@ -119,6 +132,9 @@ private:
     Control* pendingSingleClick = nullptr;
     std::unique_ptr<Timer> doubleClickTimer;
     Point lastPressPosition;
+    Point windowPosition;  // of the last event
+    int windowFlags = 0;
+    Rect windowDirtyRect;
 };
 
 }  // namespace gui

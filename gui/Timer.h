@@ -24,11 +24,17 @@ public:
     virtual void StopPlatformTimer() = 0;
     virtual void StartPlatformTimer() = 0;
 
-    /// Stops and starts again from now.
+    /// Stops and starts again from now, if it is running.
     void Restart();
+    /// Fires, unless it has been stopped. For platforms; the timer may be gone when it returns.
+    void Elapse();
 
 protected:
+    /// Brings the platform's timer in line with the properties. Thread: main.
     void Apply();
+
+private:
+    friend class UserInterface;
 };
 
 }  // namespace gui

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/IntervalTimer.h"
+#include "foundation/Lock.h"
 #include "foundation/NotifyEvent.h"
 #include "gui/BitmapResourceList.h"
 #include "gui/Component.h"
@@ -59,16 +60,21 @@ public:
 
     /// Shows a hint after 1.5 s, at once where one is showing; empty takes it away.
     void SetHint(const std::string& text);
+    /// The mouse left a control: its hint goes.
     void ClearHint(const Control& leaving);
-    void SetHintsEnabled(bool enabled) { hintsEnabled = enabled; }
+    /// The hint that is showing, or that is about to.
+    const std::string& Hint() const { return hintText; }
+    void SetHintsEnabled(bool enabled);
     bool HintsEnabled() const { return hintsEnabled; }
 
     /// Thread: any; lock-free. 0 if it was dropped.
     int PostEvent(std::uint32_t code, std::uint64_t value, int queue = EventQueue::mainQueue) noexcept;
-    /// Calls the component's `PostedUpdate` when the queue is drained. Thread: main or render.
+    /// Calls the component's `PostedUpdate` when the queue is drained, unless it has died. Thread: any but
+    /// audio; the component must exist for the length of the call.
     void PostUpdate(Component& component, std::intptr_t first, std::intptr_t second, int queue);
-    /// Holds all platform timers back, as during a host's modal work, and lets them go on.
+    /// Holds all timers back, as during a host's modal work, and lets them go on. Thread: main.
     void SetHoldTimer(bool hold);
+    bool HoldsTimers() const { return holdsTimers; }
     void AddListener(Listener& listener) { listeners.push_back(&listener); }
     void RemoveListener(Listener& listener);
 
@@ -94,7 +100,7 @@ public:
     bool PassesMouseFilter(int button, Point point, int flags) const;
 
     void BackingScaleChanged() override;
-    void propertyChanged(AbstractProperty&) override {}
+    void propertyChanged(AbstractProperty& property) override;
 
 protected:
     /// What a platform does on each tick, in this order.
@@ -102,8 +108,8 @@ protected:
     virtual void CheckMonitor() {}
     /// True while the cursor lies outside of the window.
     virtual bool IsCursorOutside() const { return false; }
-    /// Deletes what stands on the tree while the subclass is still whole. Subclasses call it first in their
-    /// destructors.
+    /// Ends what needs the subclass while that is still whole: timers, and the components that nobody else
+    /// owns. Subclasses call it first in their destructors.
     void BeginDestruction();
 
 private:
@@ -115,6 +121,19 @@ private:
         std::intptr_t first, second;
     };
 
+    void AddComponent(Component& component) { components.push_back(&component); }
+    void RemoveComponent(Component& component);
+    void AddFrameTimer(Timer& timer);
+    void RemoveFrameTimer(Timer& timer);
+    template <class Condition>
+    void ApplyTimers(Condition condition);
+    void RunPostedUpdates(int queue);
+    bool TakePostedUpdate(int queue, PostedUpdateRecord& record);
+    template <class Call>
+    void TellListeners(Call call);
+    void TellHint(const std::string& text);
+    bool IsHintShowing() const;
+
     std::unique_ptr<PlatformDelegate> delegate;
     TickMs clock;
     std::thread::id mainThreadId = std::this_thread::get_id();
@@ -122,14 +141,18 @@ private:
     BitmapResourceList bitmapResources{backing};
     std::unique_ptr<Bitmap> backgroundBitmap;
     std::vector<Component*> components;  // null entries once destruction has begun
-    std::vector<PostedUpdateRecord> postedUpdates[2];
+    std::unique_ptr<CriticalSection> postedUpdatesLock = CriticalSection::create();
+    std::vector<PostedUpdateRecord> postedUpdates[2];  // by queue, behind the lock
     std::vector<Timer*> frameTimers;
-    std::vector<Listener*> listeners;  // told from the last to the first
+    std::vector<Timer*> elapsingFrameTimers;  // of the frame at hand; null once they are removed
+    std::vector<Listener*> listeners;         // told from the last to the first; null once removed while told
+    int tellingListeners = 0;
     std::shared_ptr<EventQueue> eventQueue = std::make_shared<EventQueue>();
     std::function<bool(int, Point, int)> mouseFilter;
     std::unique_ptr<Timer> hintTimer;
     std::string hintText;
     bool hintsEnabled = true;
+    bool holdsTimers = false;
     bool beingDestroyed = false;
     float lastScale = 1.0f;
 };

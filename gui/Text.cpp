@@ -1,0 +1,39 @@
+#include "gui/Text.h"
+
+#include <utility>
+
+namespace gui {
+
+Text::Text(DeviceBacking& deviceBacking) : backing(deviceBacking), bitmap(deviceBacking)
+{
+    backing.AddListener(*this);
+}
+
+Text::~Text() { backing.RemoveListener(*this); }
+
+void Text::CopyFrom(const Text& other, std::string string)
+{
+    const ScopedUpdate batch(*this);
+    Bold.assign(other.Bold.value());
+    Color.assign(other.Color.value());
+    FontName.assign(other.FontName.value());
+    Italic.assign(other.Italic.value());
+    Style.assign(other.Style.value());
+    MaxWidth.assign(other.MaxWidth.value());
+    Size.assign(other.Size.value());
+    String.assign(std::move(string));
+    Underline.assign(other.Underline.value());
+}
+
+void Text::Invalidate()
+{
+    cacheState = CacheState::Stale;
+    bitmap.SetSize(0.0f, 0.0f);
+}
+
+Text::LineStyle Text::EffectiveStyle() const
+{
+    return MaxWidth.value() > 0.0f ? Style.value() : LineStyle::Single;
+}
+
+}  // namespace gui

@@ -1,0 +1,70 @@
+#include "platform/FontFace.h"
+
+#include <stdexcept>
+
+#include FT_PARAMETER_TAGS_H
+
+namespace gui {
+
+namespace {
+
+FT_Face Checked(FT_Error error, FT_Face face)
+{
+    if (error != 0)
+        throw std::runtime_error("Invalid font");
+    return face;
+}
+
+FT_Face OpenMemory(FT_Library library, std::span<const std::byte> bytes)
+{
+    FT_Face face = nullptr;
+    const FT_Error error = FT_New_Memory_Face(library, reinterpret_cast<const FT_Byte*>(bytes.data()),
+                                              static_cast<FT_Long>(bytes.size()), 0, &face);
+    return Checked(error, face);
+}
+
+FT_Face OpenFile(FT_Library library, const std::string& path, int index)
+{
+    FT_Face face = nullptr;
+    const FT_Error error = FT_New_Face(library, path.c_str(), index, &face);
+    return Checked(error, face);
+}
+
+}  // namespace
+
+FontFace::FontFace(FT_Library library, std::span<const std::byte> bytes)
+    : FontFace(OpenMemory(library, bytes),
+               hb_blob_create(reinterpret_cast<const char*>(bytes.data()),
+                              static_cast<unsigned>(bytes.size()), HB_MEMORY_MODE_READONLY, nullptr, nullptr),
+               0)
+{}
+
+FontFace::FontFace(FT_Library library, const std::string& path, int index)
+    : FontFace(OpenFile(library, path, index), hb_blob_create_from_file(path.c_str()), index)
+{}
+
+FontFace::FontFace(FT_Face opened, hb_blob_t* blob, int index) : drawn(opened)
+{
+    // The upper half of an index names an instance of a variable font.
+    hb_face_t* face = hb_face_create(blob, static_cast<unsigned>(index) & 0xFFFF);
+    hb_blob_destroy(blob);
+    shaped.reset(hb_font_create(face));
+    unitsPerEm = static_cast<int>(hb_face_get_upem(face));
+    hb_face_destroy(face);
+    // Small sizes are measured like large ones: font units carry no rounding to pixels.
+    hb_font_set_scale(shaped.get(), unitsPerEm, unitsPerEm);
+    // Bitmap fonts have no outlines to draw.
+    if (!FT_IS_SCALABLE(drawn))
+        throw std::runtime_error("Invalid font");
+}
+
+void FontFace::DarkenStems()
+{
+    FT_Bool on = 1;
+    FT_Parameter darkening{FT_PARAM_TAG_STEM_DARKENING, &on};
+    FT_Face_Properties(drawn.get(), 1, &darkening);
+}
+
+bool FontFace::HasGlyph(char32_t character) const { return FT_Get_Char_Index(drawn.get(), character) != 0; }
+
+}  // namespace gui
