@@ -5,6 +5,8 @@
 #include "foundation/BinaryDataReader.h"
 #include "foundation/Resources.h"
 #include "foundation/SettingsText.h"
+#include "gui/Bitmap.h"
+#include "gui/PNGFiler.h"
 #include "presets/CollectionPresetLoader.h"
 #include "presets/FactoryArchive.h"
 #include "presets/FavoritesFile.h"
@@ -16,10 +18,12 @@
 #include "render/MidiFile.h"
 #include "render/RenderError.h"
 #include "support/ControllerMapFile.h"
+#include "support/PngFile.h"
 
 #include <cmath>
 #include <filesystem>
 #include <memory>
+#include <set>
 #include <sstream>
 
 namespace {
@@ -298,12 +302,48 @@ FuzzTarget midiFileTarget()
             }};
 }
 
+FuzzTarget pngTarget()
+{
+    PngFile file;
+    file.width = 12;
+    file.height = 7;
+    file.filters = {0, 1, 2, 3, 4};
+    file.pieceSize = 50;
+    for (std::uint32_t i = 0; i < file.width * file.height * 4; ++i)
+        file.channels.push_back(static_cast<std::uint8_t>(i * i * 31 + i / 7));
+    PngFile opaque = file;
+    opaque.colourType = 2;
+    opaque.gamma = 0;
+    const auto backing = std::make_shared<gui::DeviceBacking>();
+    return {"PNG file", {file.Bytes(), opaque.Bytes()}, [backing](const std::string& bytes) {
+                const std::set<std::string> stated{"Invalid PNG signature", "Invalid PNG image",
+                                                   "Unsupported PNG format"};
+                gui::Bitmap bitmap(*backing);
+                std::istringstream stream(bytes);
+                try {
+                    gui::PNGFiler(bitmap).Read(stream);
+                } catch (const gui::EBitmap& error) {
+                    return stated.count(error.what()) ? std::string() : std::string(error.what());
+                }
+                const gui::BasicPoint<int> size = bitmap.GetSize();
+                return size.x > 0 && size.y > 0 ? std::string() : std::string("an empty picture");
+            }};
+}
+
 }  // namespace
 
 std::vector<FuzzTarget> fuzzTargets()
 {
     const auto patient = std::make_shared<Patient>();
-    return {stateTarget(patient),  presetTarget(patient),  sectionTarget(patient), settingsTarget(),
-            controllerMapTarget(), characteristicTarget(), archiveTarget(),        metadataTarget(),
-            listsTarget(),         midiFileTarget()};
+    return {stateTarget(patient),
+            presetTarget(patient),
+            sectionTarget(patient),
+            settingsTarget(),
+            controllerMapTarget(),
+            characteristicTarget(),
+            archiveTarget(),
+            metadataTarget(),
+            listsTarget(),
+            midiFileTarget(),
+            pngTarget()};
 }
