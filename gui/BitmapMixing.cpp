@@ -131,8 +131,8 @@ void RotateBitmap(Bitmap& out, const Bitmap& picture, float turns)
         const float dy = static_cast<float>(y) + 0.5f - middleY;
         for (int x = 0; x < size.x; ++x) {
             const float dx = static_cast<float>(x) + 0.5f - middleX;
-            *pixel++ = source.At(dx * cosine + dy * sine + middleX - 0.5f,
-                                 dy * cosine - dx * sine + middleY - 0.5f);
+            *pixel++ =
+                source.At(dx * cosine + dy * sine + middleX - 0.5f, dy * cosine - dx * sine + middleY - 0.5f);
         }
     }
     out.MarkDirty({0, 0, size.x, size.y});

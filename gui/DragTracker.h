@@ -19,7 +19,7 @@ public:
 
     Property<bool> Accelerated{true};  // a slow drag is a fine one
     Property<float> FineFactor{0.1f};
-    Property<bool> Stepped{false};      // steps snap: one is made at 0.6 of it, and taken back as late
+    Property<bool> Stepped{false};       // steps snap: one is made at 0.6 of it, and taken back as late
     Property<float> PixelRange{200.0f};  // logical units of a drag over the whole range
     Property<int> Steps{4096};           // of the whole range
     Property<float> WheelScale{1.0f};

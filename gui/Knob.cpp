@@ -12,11 +12,11 @@ namespace gui {
 
 namespace {
 
-constexpr float fullTurn = 360.0f;             // degrees
-constexpr float smallestTurn = 0.001f;         // turns that can be seen
+constexpr float fullTurn = 360.0f;      // degrees
+constexpr float smallestTurn = 0.001f;  // turns that can be seen
 constexpr float noAngle = -10.0f;
-constexpr int manySteps = 100;                 // from here on values feel continuous
-constexpr float farthestJump = 0.5f;           // of the range, in one move of a rotation
+constexpr int manySteps = 100;        // from here on values feel continuous
+constexpr float farthestJump = 0.5f;  // of the range, in one move of a rotation
 constexpr float farthestJumpPastAxis = 0.1f;
 
 float Fraction(float x) { return x - std::floor(x); }
@@ -49,7 +49,7 @@ float Knob::AngleOfPoint(Point point) const
     const Point from = point - clientRect.Middle();
     if (from == Point{})
         return 0.0f;
-    return Fraction(std::atan2(from.y, from.x) / (2.0f * std::numbers::pi_v<float>) + 0.25f);
+    return Fraction(std::atan2(from.y, from.x) / (2.0f * std::numbers::pi_v<float>)+0.25f);
 }
 
 int Knob::ValueOfAngle(float angle) const
@@ -220,8 +220,8 @@ void Knob::MouseUp(int releasedButton, Point point, int inputFlags)
 bool Knob::ScrollGesture(ScrollPhase phase, Point, int inputFlags, Point velocity, Point delta)
 {
     // Where the range lies on the lower half, up is less.
-    const bool turnsDown = tracker.Steps.value() < manySteps &&
-                           RotationOffset.value() - Rotation.value() * 0.5f > 0.0f;
+    const bool turnsDown =
+        tracker.Steps.value() < manySteps && RotationOffset.value() - Rotation.value() * 0.5f > 0.0f;
     const float sign = turnsDown ? -1.0f : 1.0f;
     return TrackWheel(tracker, dragMode != DragMode::None, phase, inputFlags, sign * velocity.y,
                       sign * delta.y);

@@ -20,8 +20,8 @@ public:
     Property<gui::Orientation> Orientation{gui::Orientation::Vertical, this};  // of a drag on the body
     Property<bool> RoundHitArea{false, this};
     Property<bool> GuardJumps{true, this};  // turning past the axis can't make the value leap
-    LimitedProperty<float> Rotation{300.0f, 1.0f, 360.0f, this};            // degrees over the whole range
-    LimitedProperty<float> RotationOffset{0.0f, -359.0f, 359.0f, this};     // degrees, of the range's middle
+    LimitedProperty<float> Rotation{300.0f, 1.0f, 360.0f, this};         // degrees over the whole range
+    LimitedProperty<float> RotationOffset{0.0f, -359.0f, 359.0f, this};  // degrees, of the range's middle
     Property<bool> ShowDefaultWhenDisabled{false, this};
     Property<float> FineFactor{0.1f, this};
     Property<Rect> Insets{Rect{}, this};  // from the edges to where the pictures are centred

@@ -276,8 +276,7 @@ void ValueControl::CaptureReleased()
     // A release clears the root's button before it takes the capture. With the button still down somebody
     // else took it, and no release will come here.
     const RootControl* root = GetRoot();
-    const bool taken =
-        captureMode == CaptureMode::Button && !releaseIsKnown && root && root->IsLeftDown();
+    const bool taken = captureMode == CaptureMode::Button && !releaseIsKnown && root && root->IsLeftDown();
     AnimatedControl::CaptureReleased();
     if (taken)
         MouseUp(MouseButton::left, {-32.0f, 0.0f}, 0);

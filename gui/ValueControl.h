@@ -37,7 +37,7 @@ public:
     ValueControl(UserInterface& ui, Control* parent, Animator* controlAnimator);
     ~ValueControl() override;
 
-    Property<int> DefaultValue{0, this};     // of the reset gesture
+    Property<int> DefaultValue{0, this};      // of the reset gesture
     Property<bool> ResetAlways{false, this};  // a reset goes out even without a change
     Property<int> MaxValue{4096, this};       // always above `MinValue`
     Property<int> MinValue{0, this};

@@ -50,8 +50,7 @@ int ValueControl::Group::Apply(ValueControl& leader, GesturePhase phase, int ind
             member->ledBits |= bit;
         if (phase == GesturePhase::End)
             member->ledBits &= ~bit;
-        const int amount =
-            phase == GesturePhase::Change ? MemberDelta(leader, *member, delta, target) : 0;
+        const int amount = phase == GesturePhase::Change ? MemberDelta(leader, *member, delta, target) : 0;
         largest = std::max(largest, member->ApplyChange(phase, index, amount, flags));
     }
     // Where a ratio takes the leader past its end, the members stop with it.
