@@ -89,6 +89,11 @@ void UserInterface::TellListeners(Call call)
         std::erase(listeners, nullptr);
 }
 
+void UserInterface::DropFile(Point point, const std::string& path)
+{
+    TellListeners([&](Listener& listener) { listener.FilesDropped(point, path); });
+}
+
 // Hints
 
 bool UserInterface::IsHintShowing() const

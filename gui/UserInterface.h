@@ -75,6 +75,8 @@ public:
     /// Holds all timers back, as during a host's modal work, and lets them go on. Thread: main.
     void SetHoldTimer(bool hold);
     bool HoldsTimers() const { return holdsTimers; }
+    /// Tells the listeners of a file dropped at a point of the root's, UTF-8 path.
+    void DropFile(Point point, const std::string& path);
     void AddListener(Listener& listener) { listeners.push_back(&listener); }
     void RemoveListener(Listener& listener);
 

@@ -1,0 +1,182 @@
+#include "platform/DialogControls.h"
+
+#include "gui/PlatformDelegate.h"
+#include "gui/UserInterface.h"
+#include "platform/DialogStyle.h"
+
+#include <algorithm>
+
+namespace gui {
+
+namespace {
+
+constexpr float rowHeight = 20.0f;
+constexpr float rowIndent = 24.0f;
+
+std::unique_ptr<Text> dialogText(UserInterface& ui, const std::string& string)
+{
+    auto text = ui.Platform().CreateText();
+    text->Size.assign(DialogStyle::textPoints);
+    text->Color.assign(DialogStyle::text);
+    text->String.assign(string);
+    return text;
+}
+
+}  // namespace
+
+DialogButton::DialogButton(UserInterface& ui, Control* parent, const std::string& label,
+                           std::function<void()> pressed)
+    : Control(ui, parent), text(dialogText(ui, label)), action(std::move(pressed))
+{
+    DoubleClickEnabled.assign(false);
+}
+
+void DialogButton::SetDefault(bool is)
+{
+    isDefault = is;
+    Invalidate();
+}
+
+void DialogButton::PaintContent(Canvas& canvas)
+{
+    const Rect client = GetClientRect();
+    canvas.FillRect(client, isDefault ? DialogStyle::highlight : DialogStyle::border);
+    canvas.FillRect(client.Inset(1.0f), isDown ? DialogStyle::pressedButton : DialogStyle::button);
+    canvas.DrawBitmapAt(text->GetBitmap(),
+                        {(GetWidth() - text->GetWidth()) * 0.5f, (GetHeight() - text->GetHeight()) * 0.5f});
+}
+
+void DialogButton::Clicked()
+{
+    Control::Clicked();
+    action();
+}
+
+void DialogButton::MouseDown(int pressed, Point point, int inputFlags)
+{
+    isDown = pressed == MouseButton::left;
+    Invalidate();
+    Control::MouseDown(pressed, point, inputFlags);
+}
+
+void DialogButton::MouseUp(int released, Point point, int inputFlags)
+{
+    isDown = false;
+    Invalidate();
+    Control::MouseUp(released, point, inputFlags);
+}
+
+DialogText::DialogText(UserInterface& ui, Control* parent, const std::string& string, float maxWidth)
+    : Control(ui, parent)
+{
+    Point size;
+    for (std::size_t start = 0; start <= string.size();) {
+        const std::size_t end = std::min(string.find('\n', start), string.size());
+        auto line = dialogText(ui, string.substr(start, end - start));
+        line->Style.assign(Text::LineStyle::Wrapped);
+        line->MaxWidth.assign(maxWidth);
+        size = {std::max(size.x, line->GetWidth()), size.y + line->GetHeight()};
+        lines.push_back(std::move(line));
+        start = end + 1;
+    }
+    SetSize(size);
+}
+
+void DialogText::PaintContent(Canvas& canvas)
+{
+    float y = 0.0f;
+    for (const auto& line : lines) {
+        canvas.DrawBitmapAt(line->GetBitmap(), {0.0f, y});
+        y += line->GetHeight();
+    }
+}
+
+DialogList::DialogList(UserInterface& ui, Control* parent) : Control(ui, parent), text(dialogText(ui, {}))
+{
+    Opaque.assign(true);
+}
+
+void DialogList::SetEntries(std::vector<Entry> newEntries)
+{
+    entries = std::move(newEntries);
+    selected = -1;
+    offset = 0.0f;
+    Invalidate();
+}
+
+void DialogList::Select(int index)
+{
+    selected = std::clamp(index, -1, static_cast<int>(entries.size()) - 1);
+    if (selected >= 0) {
+        const float top = static_cast<float>(selected) * rowHeight;
+        ScrollTo(std::clamp(offset, top + rowHeight - GetHeight(), top));
+        if (OnSelected)
+            OnSelected(selected);
+    }
+    Invalidate();
+}
+
+void DialogList::ScrollTo(float wanted)
+{
+    const float content = static_cast<float>(entries.size()) * rowHeight;
+    offset = std::clamp(wanted, 0.0f, std::max(0.0f, content - GetHeight()));
+    Invalidate();
+}
+
+int DialogList::RowAt(Point point) const
+{
+    const auto row = static_cast<int>((point.y + offset) / rowHeight);
+    return row >= 0 && row < static_cast<int>(entries.size()) ? row : -1;
+}
+
+void DialogList::PaintContent(Canvas& canvas)
+{
+    const Rect client = GetClientRect();
+    canvas.FillRect(client, DialogStyle::border);
+    const Rect inside = client.Inset(1.0f);
+    canvas.FillRect(inside, DialogStyle::field);
+    const Canvas::State state = canvas.Save();
+    canvas.Clip.assign(canvas.Clip.value().Intersected(inside));
+    const int first = static_cast<int>(offset / rowHeight);
+    const int last =
+        std::min(static_cast<int>(entries.size()), static_cast<int>((offset + GetHeight()) / rowHeight) + 1);
+    for (int i = first; i < last; ++i) {
+        const Entry& entry = entries[static_cast<std::size_t>(i)];
+        const float top = static_cast<float>(i) * rowHeight - offset;
+        if (i == selected)
+            canvas.FillRect({0.0f, top, GetWidth(), top + rowHeight}, DialogStyle::highlight);
+        const Color color = i == selected ? DialogStyle::highlightedText : DialogStyle::text;
+        if (entry.isFolder) {
+            canvas.FillRect({6.0f, top + 5.0f, 12.0f, top + 7.0f}, color);
+            canvas.FillRect({6.0f, top + 7.0f, 19.0f, top + 15.0f}, color);
+        }
+        text->Color.assign(color);
+        text->String.assign(entry.text);
+        canvas.DrawBitmapAt(text->GetBitmap(), {rowIndent, top + (rowHeight - text->GetHeight()) * 0.5f});
+    }
+    canvas.Restore(state);
+}
+
+void DialogList::MouseDown(int pressed, Point point, int inputFlags)
+{
+    if (pressed == MouseButton::left)
+        Select(RowAt(point));
+    Control::MouseDown(pressed, point, inputFlags);
+}
+
+void DialogList::DoubleClicked()
+{
+    Control::DoubleClicked();
+    if (selected >= 0 && OnOpened)
+        OnOpened(selected);
+}
+
+bool DialogList::WheelDelta(Point, int, float delta, Orientation axis)
+{
+    if (axis != Orientation::Vertical)
+        return false;
+    ScrollTo(offset - delta);
+    return true;
+}
+
+}  // namespace gui

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "gui/Control.h"
+#include "gui/Text.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace gui {
+
+/// A plain push button.
+class DialogButton : public Control {
+public:
+    DialogButton(UserInterface& ui, Control* parent, const std::string& label, std::function<void()> pressed);
+    /// The one that Enter presses.
+    void SetDefault(bool is);
+    void PaintContent(Canvas& canvas) override;
+    void Clicked() override;
+    void MouseDown(int button, Point point, int flags) override;
+    void MouseUp(int button, Point point, int flags) override;
+
+private:
+    std::unique_ptr<Text> text;
+    std::function<void()> action;
+    bool isDefault = false;
+    bool isDown = false;
+};
+
+/// Lines of text, wrapped at a width; "\n" parts paragraphs.
+class DialogText : public Control {
+public:
+    DialogText(UserInterface& ui, Control* parent, const std::string& string, float maxWidth);
+    void PaintContent(Canvas& canvas) override;
+
+private:
+    std::vector<std::unique_ptr<Text>> lines;
+};
+
+/// A list to choose one entry from, by a click or with the arrow keys; a double-click opens it.
+class DialogList : public Control {
+public:
+    struct Entry {
+        std::string text;
+        bool isFolder = false;
+    };
+
+    DialogList(UserInterface& ui, Control* parent);
+    std::function<void(int index)> OnSelected;
+    std::function<void(int index)> OnOpened;
+
+    void SetEntries(std::vector<Entry> newEntries);
+    const std::vector<Entry>& Entries() const { return entries; }
+    int Selected() const { return selected; }
+    void Select(int index);  // -1 for none; into view
+
+    void PaintContent(Canvas& canvas) override;
+    void MouseDown(int button, Point point, int flags) override;
+    void DoubleClicked() override;
+    bool WheelDelta(Point point, int flags, float delta, Orientation axis) override;
+
+private:
+    int RowAt(Point point) const;
+    void ScrollTo(float wanted);
+
+    std::vector<Entry> entries;
+    std::unique_ptr<Text> text;
+    int selected = -1;
+    float offset = 0.0f;
+};
+
+}  // namespace gui
