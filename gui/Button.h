@@ -46,12 +46,12 @@ public:
     Property<int> TextOpacity{255, this};    // 0..255, as long as the mouse isn't over the button
     Property<OverlayStyle> OverlayMode{OverlayStyle::Aligned, this};
     Property<Alignment> OverlayAlignment{Alignment::Left, this};
-    Property<float> OverlayMargin{0.0f, this};    // logical units beside the overlay
-    Property<int> OverlayOpacity{255, this};      // 0..255, as long as the mouse isn't over the button
-    Property<Rect> OverlaySource{Rect{}, this};   // the part of the overlay that shows; empty for all
-    Property<bool> HoldToToggle{false, this};     // held long, it turns `On` off at the release
-    Property<float> HitPadding{0.0f, this};       // by how much a rectangular hit area is larger
-    Property<Rect> HitInsets{Rect{}, this};       // what is taken off each of its edges
+    Property<float> OverlayMargin{0.0f, this};   // logical units beside the overlay
+    Property<int> OverlayOpacity{255, this};     // 0..255, as long as the mouse isn't over the button
+    Property<Rect> OverlaySource{Rect{}, this};  // the part of the overlay that shows; empty for all
+    Property<bool> HoldToToggle{false, this};    // held long, it turns `On` off at the release
+    Property<float> HitPadding{0.0f, this};      // by how much a rectangular hit area is larger
+    Property<Rect> HitInsets{Rect{}, this};      // what is taken off each of its edges
 
     /// Takes over the style's pictures, properties and size.
     void SetStyle(const Style& newStyle);
@@ -74,9 +74,12 @@ public:
     void propertyChanged(AbstractProperty& property) override;
 
 protected:
-    /// Shows what the press opens, until it is closed. False if there is nothing.
+    /// True if a press opens something.
     virtual bool OpensPopup() const { return false; }
+    /// Shows it until it is closed.
     virtual void ShowPopup() {}
+    /// The overlay of the button's state; null without one.
+    const Bitmap* Overlay() const { return On.value() && overlayOn ? overlayOn : overlayOff; }
     /// `On` has a new value.
     virtual void OnStateChanged() {}
     void PaintBackground(Canvas& canvas);

@@ -81,12 +81,11 @@ int Button::ShownOpacity(int opacity) const
 
 void Button::PaintOverlay(Canvas& canvas)
 {
-    const Bitmap* const picture = On.value() && overlayOn ? overlayOn : overlayOff;
+    const Bitmap* const picture = Overlay();
     if (!picture)
         return;
     const Rect whole = Rect::At({}, picture->GetLogicalSize());
-    const Rect source =
-        OverlaySource.value().IsEmpty() ? whole : OverlaySource.value().Intersected(whole);
+    const Rect source = OverlaySource.value().IsEmpty() ? whole : OverlaySource.value().Intersected(whole);
     const int alpha = ShownOpacity(OverlayOpacity.value());
     if (OverlayMode.value() == OverlayStyle::Stretched)
         return canvas.DrawBitmapStretched(*picture, clientRect, source, Corner.value(), alpha);
@@ -104,9 +103,10 @@ void Button::LayOutText()
     // A text beside an overlay on the right ends before it.
     const bool besideOverlay = overlayOff && OverlayAlignment.value() == Alignment::Right &&
                                OverlayMode.value() == OverlayStyle::Aligned;
-    const float right = std::max(TextMargin.value(),
-                                 besideOverlay ? overlayOff->GetLogicalSize().x + OverlayMargin.value() : 0.0f);
-    label->MaxWidth.assign(std::max(clientRect.Width() - TextMargin.value() - TextOffset.value() - right, 1.0f));
+    const float right = std::max(
+        TextMargin.value(), besideOverlay ? overlayOff->GetLogicalSize().x + OverlayMargin.value() : 0.0f);
+    label->MaxWidth.assign(
+        std::max(clientRect.Width() - TextMargin.value() - TextOffset.value() - right, 1.0f));
     label->Style.assign(LineCount.value() > 1 ? Text::LineStyle::Wrapped : Text::LineStyle::Ellipsis);
 }
 
