@@ -98,12 +98,13 @@ constexpr float columns[] = {116.0f, 180.0f, 244.0f, 308.0f, 372.0f};
 
 void ButtonsPage::AddLookRow(ButtonLook look, Point at)
 {
-    const State states[] = {{}, {Hand::Over}, {Hand::Pressing}, {Hand::Away, true}, {Hand::Away, false, false}};
+    const State states[] = {
+        {}, {Hand::Over}, {Hand::Pressing}, {Hand::Away, true}, {Hand::Away, false, false}};
     AddText({at.x + 10, at.y + 4}, GalleryStyles::NameOf(look), Alignment::Left, 7.5f, gui::Palette::ink);
     if (GalleryStyles::IsForBar(look))
-        AddPainting({at.x + 108, at.y - 2, at.x + 438, at.y + 20}, [](gui::Canvas& canvas, const gui::Rect& area) {
-            canvas.FillRect(area, gui::Palette::bar);
-        });
+        AddPainting(
+            {at.x + 108, at.y - 2, at.x + 438, at.y + 20},
+            [](gui::Canvas& canvas, const gui::Rect& area) { canvas.FillRect(area, gui::Palette::bar); });
     const Point size = SizeOf(look);
     const float height = size.y > 0.0f ? size.y : parts.styles.Button(look).DefaultSize().y;
     for (int i = 0; i < 5; ++i)
@@ -137,8 +138,8 @@ void ButtonsPage::AddLargeLooks()
         ButtonLook look;
         float left, top, step;
     };
-    const Large larges[] = {{ButtonLook::Add, 22, 318, 30},         {ButtonLook::AddStep, 124, 318, 24},
-                            {ButtonLook::SourceDrag, 124, 362, 30}, {ButtonLook::ScrollLeft, 124, 398, 22},
+    const Large larges[] = {{ButtonLook::Add, 22, 318, 30},          {ButtonLook::AddStep, 124, 318, 24},
+                            {ButtonLook::SourceDrag, 124, 362, 30},  {ButtonLook::ScrollLeft, 124, 398, 22},
                             {ButtonLook::ScrollRight, 176, 398, 22}, {ButtonLook::XY, 232, 318, 54},
                             {ButtonLook::Component, 396, 318, 74}};
     for (const Large& large : larges)
@@ -151,7 +152,8 @@ void ButtonsPage::AddLargeLooks()
     AddText({22, 426}, "Rest, mouse over, pressed", Alignment::Left, 7.0f);
     for (int i = 0; i < 3; ++i) {
         const float top = 376.0f + 20.0f * static_cast<float>(i);
-        AddPainting({232, top, 336, top + 18}, [&styles = parts.styles, i](gui::Canvas& canvas, const gui::Rect&) {
+        AddPainting({232, top, 336, top + 18}, [&styles = parts.styles, i](gui::Canvas& canvas,
+                                                                           const gui::Rect&) {
             const char* const names[] = {"Normal", "Active", "Down"};
             canvas.DrawBitmapAt(styles.Picture(std::string("ButtonModulation") + names[i]), {});
             canvas.DrawBitmapAt(styles.Picture(i == 2 ? "ButtonModulationOn" : "ButtonModulationOff"), {});
@@ -170,9 +172,8 @@ void ButtonsPage::AddBehaviour()
         button.SetText(text);
         return button;
     };
-    AddPainting({642, 314, 904, 342}, [](gui::Canvas& canvas, const gui::Rect& area) {
-        canvas.FillRect(area, gui::Palette::bar);
-    });
+    AddPainting({642, 314, 904, 342},
+                [](gui::Canvas& canvas, const gui::Rect& area) { canvas.FillRect(area, gui::Palette::bar); });
     gui::ToggleButton& left = toggle({647, 319, 732, 337}, "Left/Right");
     gui::ToggleButton& middle = toggle({732, 319, 815, 337}, "Mid/Side");
     gui::ToggleButton& right = toggle({815, 319, 899, 337}, "Mono");
@@ -186,7 +187,8 @@ void ButtonsPage::AddBehaviour()
     freeze.Toggles.assign(true);
     freeze.HoldToToggle.assign(true);
 
-    gui::Button& lines = AddButton({642, 380, 762, 415}, ButtonLook::AddStep, "Two lines of text in one button");
+    gui::Button& lines =
+        AddButton({642, 380, 762, 415}, ButtonLook::AddStep, "Two lines of text in one button");
     lines.LineCount.assign(2);
     AddButton({774, 380, 904, 398}, ButtonLook::Generic, "A text that is too long for it");
     Caption& count = AddText({642, 425}, "Not clicked yet");

@@ -54,9 +54,8 @@ gui::Button& GalleryPage::AddButton(const gui::Rect& bounds, ButtonLook look, co
 
 void GalleryPage::AddCard(const gui::Rect& bounds, const std::string& title, gui::Color ground)
 {
-    AddPainting(bounds, [ground](gui::Canvas& canvas, const gui::Rect& area) {
-        canvas.FillRect(area, ground);
-    });
+    AddPainting(bounds,
+                [ground](gui::Canvas& canvas, const gui::Rect& area) { canvas.FillRect(area, ground); });
     Caption& caption = AddText({bounds.left + 10.0f, bounds.top + 6.0f}, title, gui::Alignment::Left, 8.0f,
                                gui::Palette::ink);
     caption.Font().Bold.assign(true);

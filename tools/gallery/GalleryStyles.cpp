@@ -92,7 +92,9 @@ void GalleryStyles::MakeButtons()
                                   look == ButtonLook::SourceDrag || look == ButtonLook::SlotLevel;
         auto style = std::make_unique<gui::Button::Style>(userInterface);
         if (row.prefix[0] != '\0') {
-            style->pictures.normal = row.dark ? Find("ButtonDarkNormal") : bare ? nullptr : Find(base + "Normal");
+            style->pictures.normal = row.dark ? Find("ButtonDarkNormal")
+                                     : bare   ? nullptr
+                                              : Find(base + "Normal");
             style->pictures.active = Find(base + "Active");
             style->pictures.down = Find(base + (downIsActive ? "Active" : "Down"));
         } else {

@@ -49,7 +49,8 @@ constexpr float columns[] = {142.0f, 222.0f, 302.0f, 382.0f, 462.0f, 542.0f};
 void KnobsPage::AddStyles()
 {
     AddCard({12, 12, 596, 338}, "Knobs", gui::Palette::display);
-    const char* const heads[] = {"Live", "Under the mouse", "Mouse on pointer", "Dragged", "Turned", "Disabled"};
+    const char* const heads[] = {"Live",    "Under the mouse", "Mouse on pointer",
+                                 "Dragged", "Turned",          "Disabled"};
     for (int i = 0; i < 6; ++i)
         AddText({columns[i], 30}, heads[i], Alignment::Centre, 7.0f);
     AddStyleRow(KnobLook::Normal, "Normal", 80.0f);
@@ -92,16 +93,20 @@ void KnobsPage::AddRings()
         const char* name;
         Hand hand;
     };
-    const Place places[] = {
-        {"Live", Hand::Away}, {"Under the mouse", Hand::Over}, {"Turned", Hand::Pressing}, {"Disabled", Hand::Away}};
+    const Place places[] = {{"Live", Hand::Away},
+                            {"Under the mouse", Hand::Over},
+                            {"Turned", Hand::Pressing},
+                            {"Disabled", Hand::Away}};
     const Point size = parts.styles.Knob(KnobLook::Ring).MainPicture()->GetLogicalSize();
     for (int i = 0; i < 4; ++i) {
         const Point at{i % 2 == 0 ? 620.0f : 764.0f, i < 2 ? 48.0f : 196.0f};
         AddText({at.x + 62.0f, at.y - 18.0f}, places[i].name, Alignment::Centre, 7.0f);
         AddPainting(gui::Rect::At(at, size), [](gui::Canvas& canvas, const gui::Rect& area) {
             for (int step = 0; step <= 6; ++step) {
-                const Point dot = PointAround(area.Size(), 55.0f + 70.0f * static_cast<float>(step) / 6.0f, 52.0f);
-                canvas.FillRect(gui::Rect::At({std::floor(dot.x) - 1.0f, std::floor(dot.y) - 1.0f}, {2, 2}), gui::Palette::soft);
+                const Point dot =
+                    PointAround(area.Size(), 55.0f + 70.0f * static_cast<float>(step) / 6.0f, 52.0f);
+                canvas.FillRect(gui::Rect::At({std::floor(dot.x) - 1.0f, std::floor(dot.y) - 1.0f}, {2, 2}),
+                                gui::Palette::soft);
             }
         });
         if (i == 0) {
@@ -110,7 +115,8 @@ void KnobsPage::AddRings()
             ring.RotationOffset.assign(90.0f);
             ring.MaxValue.assign(6);
             ring.Value.assign(4);
-            AddStyled<gui::Knob>(at + Point{30, 30}, parts.styles.Knob(KnobLook::Large)).Value.assign(shownValue);
+            AddStyled<gui::Knob>(at + Point{30, 30}, parts.styles.Knob(KnobLook::Large))
+                .Value.assign(shownValue);
         } else {
             AddPose(at, PosedKnob(KnobLook::Ring, i < 3), places[i].hand, PointAround(size, 97.0f, 50.0f));
             AddPose(at + Point{30, 30}, PosedKnob(KnobLook::Large, i < 3), Hand::Away);

@@ -38,7 +38,8 @@ class Waves : public gui::ICurve {
 public:
     float ValueAt(float x) const override
     {
-        return x > 120.0f ? 20.0f + 70.0f * std::fmod(x, 25.0f) / 25.0f : 55.0f - 36.0f * std::sin(x * x * 0.0022f);
+        return x > 120.0f ? 20.0f + 70.0f * std::fmod(x, 25.0f) / 25.0f
+                          : 55.0f - 36.0f * std::sin(x * x * 0.0022f);
     }
 };
 
@@ -86,8 +87,8 @@ void PaintingPage::AddGradients()
         AddText({left + 31, 84}, names[i], Alignment::Centre, 7.0f);
     }
     AddPainting({22, 104, 294, 124}, [](Canvas& canvas, const Rect& area) {
-        const Color kinds[] = {gui::Palette::xlfo, gui::Palette::eg, gui::Palette::xy, gui::Palette::accent,
-                               gui::Palette::ef, gui::Palette::midi};
+        const Color kinds[] = {gui::Palette::xlfo,   gui::Palette::eg, gui::Palette::xy,
+                               gui::Palette::accent, gui::Palette::ef, gui::Palette::midi};
         for (int i = 0; i < 5; ++i) {
             const gui::Gradient part(kinds[i], kinds[i + 1]);
             const float left = area.right * static_cast<float>(i) / 5.0f;
@@ -109,11 +110,13 @@ void PaintingPage::AddLines()
     AddPainting({328, 34, 608, 294}, [](Canvas& canvas, const Rect& area) {
         const float widths[] = {0.5f, 1.0f, 1.5f, 2.0f, 3.0f, 5.0f};
         for (int i = 0; i < 6; ++i) {
-            const Point middle{46.0f + 94.0f * static_cast<float>(i % 3), 46.0f + 92.0f * static_cast<float>(i / 3)};
+            const Point middle{46.0f + 94.0f * static_cast<float>(i % 3),
+                               46.0f + 92.0f * static_cast<float>(i / 3)};
             for (int spoke = 0; spoke < 24; ++spoke) {
                 const float angle = pi * static_cast<float>(spoke) / 12.0f;
                 const Point along{std::sin(angle), -std::cos(angle)};
-                canvas.DrawLine(middle + along * 12.0f, middle + along * 42.0f, area, gui::Palette::ink, widths[i]);
+                canvas.DrawLine(middle + along * 12.0f, middle + along * 42.0f, area, gui::Palette::ink,
+                                widths[i]);
             }
         }
         for (int i = 0; i < 6; ++i) {
@@ -134,10 +137,12 @@ void PaintingPage::AddCurves()
         const Response first(50.0f), second(88.0f);
         gui::CurveStyle style;
         style.lineColor = gui::Palette::ink;
-        style.layers.push_back({&first, 100.0f, gui::Palette::ink.WithAlpha(120), gui::Palette::ink.WithAlpha(30)});
+        style.layers.push_back(
+            {&first, 100.0f, gui::Palette::ink.WithAlpha(120), gui::Palette::ink.WithAlpha(30)});
         canvas.DrawCurves(style, area, area, {}, 0, 255);
         style.lineColor = gui::Palette::accent;
-        style.layers.front() = {&second, 100.0f, gui::Palette::accent.WithAlpha(110), gui::Palette::accent.WithAlpha(0)};
+        style.layers.front() = {&second, 100.0f, gui::Palette::accent.WithAlpha(110),
+                                gui::Palette::accent.WithAlpha(0)};
         canvas.DrawCurves(style, area, area, {}, 0, 255);
     });
     AddPainting({778, 34, 904, 134}, [](Canvas& canvas, const Rect& area) {
@@ -146,7 +151,8 @@ void PaintingPage::AddCurves()
         gui::CurveStyle style;
         style.lineColor = gui::Palette::midiLit;
         style.lineWidth = 1.5f;
-        style.layers.push_back({&waves, 55.0f, gui::Palette::midiLit.WithAlpha(90), gui::Palette::midiLit.WithAlpha(20)});
+        style.layers.push_back(
+            {&waves, 55.0f, gui::Palette::midiLit.WithAlpha(90), gui::Palette::midiLit.WithAlpha(20)});
         canvas.DrawCurves(style, area, area, {}, 0, 255);
     });
     const char* const names[] = {"Middle, from 0", "Middle, from 0.3", "Columns"};
@@ -176,15 +182,17 @@ void PaintingPage::AddPictures()
         left += width + 10;
     }
     AddText({22, 234}, "Both ways, and in halves", Alignment::Left, 7.0f);
-    const Rect stretched[] = {{22, 250, 58, 280}, {68, 250, 168, 320}, {178, 250, 294, 284}, {178, 292, 294, 320}};
+    const Rect stretched[] = {
+        {22, 250, 58, 280}, {68, 250, 168, 320}, {178, 250, 294, 284}, {178, 292, 294, 320}};
     for (int i = 0; i < 4; ++i)
         AddPainting(stretched[i], [this, i](Canvas& canvas, const Rect& area) {
-            const char* const names[] = {"ButtonXYNormal", "ButtonXYNormal", "ParameterValueDisplayBackground",
-                                         "ButtonBarOn"};
+            const char* const names[] = {"ButtonXYNormal", "ButtonXYNormal",
+                                         "ParameterValueDisplayBackground", "ButtonBarOn"};
             const gui::Bitmap& face = parts.styles.Picture(names[i]);
             const Rect source = Rect::At({}, face.GetLogicalSize());
             if (i == 3)
-                canvas.DrawBitmapStretchedHalves(face, Rect::At({}, {area.right, 18}), source, 255, gui::Orientation::Horizontal);
+                canvas.DrawBitmapStretchedHalves(face, Rect::At({}, {area.right, 18}), source, 255,
+                                                 gui::Orientation::Horizontal);
             else
                 canvas.DrawBitmapStretched(face, area, source, 0.0f);
         });
@@ -200,7 +208,8 @@ void PaintingPage::AddPictures()
         stripes.SetSize(area.right, area.bottom);
         const gui::Gradient gradient(gui::Palette::xlfo, gui::Palette::xy);
         stripes.FillGradient(gradient, area, gui::Direction::Down, 0.0f, area.bottom, 255);
-        canvas.DrawMaskedBitmap(stripes, area, {}, parts.styles.Picture("ButtonComponentPreviewOverlayMask"), {}, 255);
+        canvas.DrawMaskedBitmap(stripes, area, {}, parts.styles.Picture("ButtonComponentPreviewOverlayMask"),
+                                {}, 255);
     });
     AddText({22, 402}, "255, 191, 127 and 63", Alignment::Left, 7.0f);
 }
@@ -211,8 +220,10 @@ void PaintingPage::AddAlpha()
     AddPainting({330, 334, 606, 436}, [](Canvas& canvas, const Rect& area) {
         for (int i = 0; i < 9; ++i) {
             const float x = 30.0f * static_cast<float>(i);
-            canvas.FillRect({x, 0, x + 26, 40}, gui::Palette::ink.WithAlpha(static_cast<std::uint8_t>(255 * (i + 1) / 9)));
-            canvas.FillRect({x, 30, x + 26, 60}, gui::Palette::accent.WithAlpha(static_cast<std::uint8_t>(255 * (i + 1) / 9)));
+            canvas.FillRect({x, 0, x + 26, 40},
+                            gui::Palette::ink.WithAlpha(static_cast<std::uint8_t>(255 * (i + 1) / 9)));
+            canvas.FillRect({x, 30, x + 26, 60},
+                            gui::Palette::accent.WithAlpha(static_cast<std::uint8_t>(255 * (i + 1) / 9)));
         }
         for (int i = 0; i < 4; ++i) {
             const float x = 4.0f + 70.0f * static_cast<float>(i);
@@ -226,7 +237,8 @@ void PaintingPage::AddAlpha()
             for (int column = 0; column < 28; ++column) {
                 const float x = 10.0f * static_cast<float>(column), y = 10.0f * static_cast<float>(row);
                 const Color color = (row + column) % 2 ? gui::Palette::ink : gui::Palette::edge;
-                canvas.FillRect({x, y, x + 10, y + 10}, column < 14 ? color : gui::Palette::ink.WithAlpha(128));
+                canvas.FillRect({x, y, x + 10, y + 10},
+                                column < 14 ? color : gui::Palette::ink.WithAlpha(128));
             }
     });
 }

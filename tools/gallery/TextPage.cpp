@@ -34,15 +34,17 @@ private:
 
 void TextPage::AddSizes(float left, gui::Color ground, gui::Color ink, const char* title)
 {
-    AddPainting({left, 12, left + 294, 312}, [ground](gui::Canvas& canvas, const gui::Rect& area) {
-        canvas.FillRect(area, ground);
-    });
+    AddPainting({left, 12, left + 294, 312},
+                [ground](gui::Canvas& canvas, const gui::Rect& area) { canvas.FillRect(area, ground); });
     AddText({left + 10, 18}, title, Alignment::Left, 7.5f, ink.Faded(170));
     float top = 34;
     for (const float points : {7.0f, 8.0f, 9.0f, 10.0f, 11.0f, 12.0f, 14.0f, 18.0f, 24.0f}) {
         const std::string size = std::to_string(static_cast<int>(points));
-        Caption& number = AddText({left + 26, top}, size, Alignment::Right, points < 14.0f ? points : 8.0f, ink.Faded(130));
-        const char* const sample = points < 14.0f ? "Feedback 62.5 %, Filter 1.9 kHz" : points < 24.0f ? "Tape delay 350 ms" : "Sordelin";
+        Caption& number =
+            AddText({left + 26, top}, size, Alignment::Right, points < 14.0f ? points : 8.0f, ink.Faded(130));
+        const char* const sample = points < 14.0f   ? "Feedback 62.5 %, Filter 1.9 kHz"
+                                   : points < 24.0f ? "Tape delay 350 ms"
+                                                    : "Sordelin";
         Caption& text = AddText({left + 36, top}, sample, Alignment::Left, points, ink);
         if (points >= 14.0f)
             number.Place({left + 26, top + (text.GetHeight() - number.GetHeight()) * 0.5f}, Alignment::Right);
@@ -74,7 +76,10 @@ void TextPage::AddLines()
     cut.Font().MaxWidth.assign(130.0f);
     cut.Font().Style.assign(LineStyle::Ellipsis);
     cut.Fit();
-    Caption& wrapped = AddSample({634, 202}, "Words go on in the next line where the room ends, and incomprehensiblenesses are cut anywhere.", 9.0f);
+    Caption& wrapped = AddSample(
+        {634, 202},
+        "Words go on in the next line where the room ends, and incomprehensiblenesses are cut anywhere.",
+        9.0f);
     wrapped.Font().MaxWidth.assign(130.0f);
     wrapped.Font().Style.assign(LineStyle::Wrapped);
     wrapped.Fit();

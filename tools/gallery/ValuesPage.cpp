@@ -109,9 +109,11 @@ void ValuesPage::AddSliders()
 void ValuesPage::AddSteps()
 {
     AddCard({464, 12, 914, 218}, "A sequence of steps");
-    const int values[] = {700, 2048, 3600, 1600, 2048, 2900, 3300, 400, 2300, 1100, 2700, 3900, 2048, 900, 1800, 2500};
+    const int values[] = {700,  2048, 3600, 1600, 2048, 2900, 3300, 400,
+                          2300, 1100, 2700, 3900, 2048, 900,  1800, 2500};
     for (int i = 0; i < 16; ++i) {
-        auto& step = AddStyled<gui::Switch>({472.0f + 27.0f * static_cast<float>(i), 40}, parts.styles.StepSlider());
+        auto& step =
+            AddStyled<gui::Switch>({472.0f + 27.0f * static_cast<float>(i), 40}, parts.styles.StepSlider());
         step.Direction.assign(gui::Direction::Up);
         step.SetSize({27, 154});
         step.DefaultValue.assign(2048);
@@ -158,7 +160,8 @@ void ValuesPage::AddLevels()
     AddCard({320, 230, 616, 444}, "Levels");
     const auto level = [&styles = parts.styles](int value) {
         return [&styles, value](gui::UserInterface& ui, gui::Control* parent, gui::Animator* animator) {
-            auto button = std::make_unique<gui::LevelButton>(ui, parent, animator, &styles.Button(ButtonLook::SlotLevel));
+            auto button = std::make_unique<gui::LevelButton>(ui, parent, animator,
+                                                             &styles.Button(ButtonLook::SlotLevel));
             button->SetPictures(&styles.Picture("ButtonSlotLevelOff"), nullptr);
             button->SetSize({150, 18});
             button->MaxValue.assign(1000);
@@ -174,7 +177,8 @@ void ValuesPage::AddLevels()
     for (int i = 0; i < 4; ++i) {
         const float top = 258.0f + 28.0f * static_cast<float>(i);
         AddText({330, top + 3}, names[i], Alignment::Left, 7.5f);
-        AddPose({454, top}, [make = level(values[i])](auto& ui, auto* parent) { return make(ui, parent, nullptr); },
+        AddPose({454, top},
+                [make = level(values[i])](auto& ui, auto* parent) { return make(ui, parent, nullptr); },
                 hands[i], {75, 9});
     }
     AddText({330, 373}, "Live", Alignment::Left, 7.5f);
@@ -209,14 +213,17 @@ void ValuesPage::AddSelects()
 void ValuesPage::AddLights()
 {
     AddCard({628, 362, 914, 444}, "Lights and dots");
-    const char* const names[] = {"LightOff", "LightOn", "CurveDot", "DragDot", "XYDot", "EGDotNormal", "EGDotActive",
-                                 "DisplayMid", "DisplayMidActive", "DisplayPeak", "DisplayPeakActive"};
+    const char* const names[] = {
+        "LightOff",         "LightOn",     "CurveDot",   "DragDot",          "XYDot",
+        "EGDotNormal",      "EGDotActive", "DisplayMid", "DisplayMidActive", "DisplayPeak",
+        "DisplayPeakActive"};
     for (int i = 0; i < 11; ++i) {
         const gui::Bitmap& picture = parts.styles.Picture(names[i]);
         const Point size = picture.GetLogicalSize();
         const Point middle{650.0f + 25.0f * static_cast<float>(i), 408};
-        AddPainting(gui::Rect::At({std::floor(middle.x - size.x * 0.5f), std::floor(middle.y - size.y * 0.5f)}, size),
-                    [&picture](gui::Canvas& canvas, const gui::Rect&) { canvas.DrawBitmapAt(picture, {}); });
+        AddPainting(
+            gui::Rect::At({std::floor(middle.x - size.x * 0.5f), std::floor(middle.y - size.y * 0.5f)}, size),
+            [&picture](gui::Canvas& canvas, const gui::Rect&) { canvas.DrawBitmapAt(picture, {}); });
     }
 }
 
