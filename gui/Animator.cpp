@@ -35,6 +35,7 @@ Animator::Animator(UserInterface& ui)
       timer(ui.CreateTimer()),
       deleteNotifier(new UIDeleteNotifier(ui, *this))
 {
+    deleteNotifier->DeleteWithInterface();
     timer->FrameSynchronized.assign(true);
     timer->Interval.assign(1000 / FramesPerSecond.value());
     timer->OnElapsed.setHandler(NotifyEvent::handler([this](void*) { Tick(); }));

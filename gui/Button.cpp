@@ -13,7 +13,8 @@ constexpr std::uint32_t longPressMs = 501;
 }  // namespace
 
 Button::Button(UserInterface& ui, Control* parent, Animator* controlAnimator, const Style* initialStyle)
-    : RolloverValueControl(ui, parent, controlAnimator), label(ui.Platform().CreateText()),
+    : RolloverValueControl(ui, parent, controlAnimator),
+      label(ui.Platform().CreateText()),
       holdTimer(createIntervalTimer(ui.Clock()))
 {
     if (label)
@@ -78,23 +79,20 @@ int Button::GetAlphaAt(Point point) const
     return picture.GetPixel(point - (clientRect.Middle() - picture.GetLogicalSize() * 0.5f)).a;
 }
 
-bool Button::IsInHitArea(Point point) const
-{
-    return clientRect.Contains(point) && GetAlphaAt(point) > 0;
-}
+bool Button::IsInHitArea(Point point) const { return clientRect.Contains(point) && GetAlphaAt(point) > 0; }
 
-void Button::SetVisualState(VisualState state)
+void Button::SetVisualState(VisualState newState)
 {
-    if (state == VisualState::Down) {
+    if (newState == VisualState::Down) {
         // The pressed look comes at once, and at the release the button is lit.
         rollover.SetState(true);
         rollover.Finish();
     } else {
-        rollover.SetState(state == VisualState::Hover || Highlighted.value());
+        rollover.SetState(newState == VisualState::Hover || Highlighted.value());
     }
-    if (state == visualState)
+    if (newState == visualState)
         return;
-    visualState = state;
+    visualState = newState;
     Invalidate();
 }
 

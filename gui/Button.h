@@ -87,7 +87,7 @@ protected:
     void PaintText(Canvas& canvas);
 
 private:
-    void SetVisualState(VisualState state);
+    void SetVisualState(VisualState newState);
     void Press(Point point, int inputFlags);
     void OpenPopup(Point point, int inputFlags);
     void Release(Point point);

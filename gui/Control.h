@@ -153,6 +153,9 @@ public:
 
     /// The child that catches the mouse at a point of this control's, or null.
     Control* HitChild(Point point) const;
+    /// True if the control is there for the mouse at a point of its own: visible, enabled, within the client
+    /// rectangle, and opaque enough.
+    bool CatchesMouse(Point point) const;
     Point ToRoot(Point point) const;
     Point FromRoot(Point point) const;
     /// Null outside of a tree.
@@ -190,7 +193,7 @@ protected:
 
     void update() override;
     /// True if a release at the point completes a click.
-    bool IsInside(Point point) const;
+    bool IsInside(Point point) const { return CatchesMouse(point); }
 
     Rect clientRect;    // (0, 0, width, height)
     Rect layoutBounds;  // the bounds in force
@@ -214,7 +217,6 @@ protected:
     Rect dirtyRect;
 
 private:
-    bool CatchesMouse(Point point) const;
     bool CanPaint() const { return Visible.value() && Opacity.value() >= 1; }
     bool HoldsWheel() const
     {

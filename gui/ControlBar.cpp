@@ -56,15 +56,15 @@ void ControlBar::Collapse(Control& control)
 {
     if (!HasItem(control))
         return;
-    Animator* animator = GetAnimator();
-    if (Animated.value() && animator) {
+    Animator* const running = GetAnimator();
+    if (Animated.value() && running) {
         RememberOpacity(control);
-        animator->Start<BarAnimation>(this, AnimationKey(&control), *this, control,
-                                      BarAnimation::Kind::Closing);
+        running->Start<BarAnimation>(this, AnimationKey(&control), *this, control,
+                                     BarAnimation::Kind::Closing);
         return;
     }
-    if (animator)
-        animator->Stop(AnimationKey(&control));
+    if (running)
+        running->Stop(AnimationKey(&control));
     SetLength(control, 0.0f);
 }
 
@@ -72,10 +72,10 @@ void ControlBar::Expand(Control& control, float fullSize)
 {
     if (!HasItem(control))
         return;
-    Animator* animator = GetAnimator();
-    const bool runs = Animated.value() && animator;
-    if (animator)
-        animator->Stop(AnimationKey(&control));
+    Animator* const running = GetAnimator();
+    const bool runs = Animated.value() && running;
+    if (running)
+        running->Stop(AnimationKey(&control));
     const auto known = std::find_if(closed.begin(), closed.end(), [&control](const FullOpacity& entry) {
         return entry.control == &control;
     });
@@ -84,8 +84,8 @@ void ControlBar::Expand(Control& control, float fullSize)
         closed.erase(known);
     }
     if (runs)
-        animator->Start<BarAnimation>(this, AnimationKey(&control), *this, control,
-                                      BarAnimation::Kind::OpeningTo, fullSize);
+        running->Start<BarAnimation>(this, AnimationKey(&control), *this, control,
+                                     BarAnimation::Kind::OpeningTo, fullSize);
     else
         SetLength(control, fullSize);
 }
@@ -118,8 +118,8 @@ void ControlBar::ChildChanged(Control& control, Change change)
     if (!HasItem(control))
         return;
     if (change == Change::ChildRemoved) {
-        if (Animator* animator = GetAnimator())
-            animator->Stop(AnimationKey(&control));
+        if (Animator* const running = GetAnimator())
+            running->Stop(AnimationKey(&control));
         std::erase(items, &control);
         std::erase_if(closed, [&control](const FullOpacity& entry) { return entry.control == &control; });
         Relayout();

@@ -245,8 +245,6 @@ void Control::MoveBy(Point point)
     SetPosition(reached - dragAnchor);
 }
 
-bool Control::IsInside(Point point) const { return CatchesMouse(point); }
-
 void Control::MouseUp(int releasedButton, Point point, int inputFlags)
 {
     const ComponentGuard self(*this);

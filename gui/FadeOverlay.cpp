@@ -43,26 +43,26 @@ Rect FadeOverlay::EdgeRect(Edge edge) const
 
 void FadeOverlay::SetShown(Edge edge, bool shown)
 {
-    EdgeState& state = edges[static_cast<std::size_t>(edge)];
-    if (state.shown == shown)
+    EdgeState& edgeState = edges[static_cast<std::size_t>(edge)];
+    if (edgeState.shown == shown)
         return;
-    state.shown = shown;
+    edgeState.shown = shown;
     Invalidate(EdgeRect(edge));
 }
 
 void FadeOverlay::SetHovered(Edge edge, bool hovered)
 {
-    EdgeState& state = edges[static_cast<std::size_t>(edge)];
-    if (state.hovered == hovered)
+    EdgeState& edgeState = edges[static_cast<std::size_t>(edge)];
+    if (edgeState.hovered == hovered)
         return;
-    state.hovered = hovered;
+    edgeState.hovered = hovered;
     const int end = hovered ? hoveredOpacity : 255;
-    const auto apply = [this, edge, &state](int opacity) {
-        state.opacity = opacity;
+    const auto apply = [this, edge, &edgeState](int opacity) {
+        edgeState.opacity = opacity;
         Invalidate(EdgeRect(edge));
     };
-    if (Animator* animator = GetAnimator())
-        animator->Start<ValueAnimation<int>>(this, AnimationKey(&state), apply, state.opacity, end);
+    if (Animator* const running = GetAnimator())
+        running->Start<ValueAnimation<int>>(this, AnimationKey(&edgeState), apply, edgeState.opacity, end);
     else
         apply(end);
 }
@@ -118,8 +118,8 @@ void FadeOverlay::PaintContent(Canvas& canvas)
 
 void FadeOverlay::DropPictures()
 {
-    for (EdgeState& state : edges)
-        state.picture.reset();
+    for (EdgeState& edgeState : edges)
+        edgeState.picture.reset();
     Invalidate();
 }
 

@@ -23,12 +23,12 @@ void LevelButton::PaintContent(Canvas& canvas)
     const float width = FillWidth();
     if (fillPicture) {
         // The fill as it looks over the whole button, cut off where the level ends.
-        const Canvas::State state = canvas.Save();
+        const Canvas::State saved = canvas.Save();
         canvas.Clip.assign(
             canvas.Clip.value().Intersected({0.0f, 0.0f, width, clientRect.Height()}));
         canvas.DrawBitmapStretched(*fillPicture, clientRect, Rect::At({}, fillPicture->GetLogicalSize()),
                                    Corner.value());
-        canvas.Restore(state);
+        canvas.Restore(saved);
     }
     if (capPicture) {
         const Point size = capPicture->GetLogicalSize();

@@ -155,9 +155,9 @@ double ScrollArea::Seconds() const { return static_cast<double>(userInterface.Cl
 
 void ScrollArea::StopScrolling()
 {
-    if (Animator* animator = GetAnimator()) {
-        animator->Stop(AnimationKey(&ScrollX));
-        animator->Stop(AnimationKey(&ScrollY));
+    if (Animator* const running = GetAnimator()) {
+        running->Stop(AnimationKey(&ScrollX));
+        running->Stop(AnimationKey(&ScrollY));
     }
 }
 
@@ -211,13 +211,13 @@ void ScrollArea::MouseUp(int releasedButton, Point point, int inputFlags)
 
 void ScrollArea::Coast(Orientation axis, float speed)
 {
-    Animator* animator = GetAnimator();
-    if (!animator || std::abs(speed) < slowestCoast)
+    Animator* const running = GetAnimator();
+    if (!running || std::abs(speed) < slowestCoast)
         return;
     LimitedProperty<float>& scroll = ScrollOf(axis);
     const float range = axis == Orientation::Vertical ? ScrollRange().y : ScrollRange().x;
     const float target = std::clamp(scroll.value() + speed * coastSeconds, 0.0f, range);
-    auto& coasting = animator->Start<ValueAnimation<float>>(
+    auto& coasting = running->Start<ValueAnimation<float>>(
         this, AnimationKey(&scroll), static_cast<ValueAssignable<float>&>(scroll), scroll.value(), target);
     coasting.Duration.assign(coastMs);
     coasting.Motion.assign(AnimationMotion::Decelerate);

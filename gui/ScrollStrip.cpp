@@ -23,10 +23,10 @@ void ScrollStrip::ScrollTo(float x)
 
 void ScrollStrip::GlideTo(float x)
 {
-    Animator* animator = GetAnimator();
-    if (!animator)
+    Animator* const running = GetAnimator();
+    if (!running)
         return ScrollTo(x);
-    animator
+    running
         ->Start<ValueAnimation<float>>(&strip, AnimationKey(&strip.ScrollX),
                                        static_cast<ValueAssignable<float>&>(strip.ScrollX),
                                        strip.ScrollX.value(), x)
@@ -42,7 +42,7 @@ void ScrollStrip::Resized()
 void ScrollStrip::LayOut()
 {
     strip.SetBounds(0.0f, 0.0f, GetWidth(), GetHeight());
-    const auto middle = [this](const Button& button) { return (GetHeight() - button.GetHeight()) * 0.5f; };
+    const auto middle = [this](const Button& end) { return (GetHeight() - end.GetHeight()) * 0.5f; };
     leftButton.SetPosition({0.0f, middle(leftButton)});
     rightButton.SetPosition({GetWidth() - rightButton.GetWidth(), middle(rightButton)});
     ShowButtons();

@@ -180,10 +180,10 @@ void Switch::PaintTrack(Canvas& canvas)
         filled.bottom = middle.y;
         break;
     }
-    const Canvas::State state = canvas.Save();
+    const Canvas::State saved = canvas.Save();
     canvas.Clip.assign(canvas.Clip.value().Intersected(filled));
     draw(*style.fill);
-    canvas.Restore(state);
+    canvas.Restore(saved);
 }
 
 void Switch::PaintHandle(Canvas& canvas)

@@ -23,27 +23,27 @@ ToggleButton::~ToggleButton()
     }
 }
 
-void ToggleButton::AddButton(Button& button)
+void ToggleButton::AddButton(Button& joining)
 {
     if (members.empty()) {
         members.push_back(this);
         sharedOpacity = Opacity.value();
     }
-    if (std::find(members.begin(), members.end(), &button) == members.end())
-        Join(button);
+    if (std::find(members.begin(), members.end(), &joining) == members.end())
+        Join(joining);
     MaxValue.assign(MinValue.value() + static_cast<int>(members.size()) - 1);
     ShowValue();
 }
 
-void ToggleButton::Join(Button& button)
+void ToggleButton::Join(Button& joining)
 {
-    members.push_back(&button);
-    LinkTo(button);
-    button.Toggles.assign(true);
-    button.OnClick.setHandler(NotifyEvent::handler([this, &button](void*) { Choose(button); }));
-    button.OnGestureBegin.setHandler(
+    members.push_back(&joining);
+    LinkTo(joining);
+    joining.Toggles.assign(true);
+    joining.OnClick.setHandler(NotifyEvent::handler([this, &joining](void*) { Choose(joining); }));
+    joining.OnGestureBegin.setHandler(
         NotifyEvent::handler([this](void*) { ChangeValue(GesturePhase::Begin, 0); }));
-    button.OnGestureEnd.setHandler(
+    joining.OnGestureEnd.setHandler(
         NotifyEvent::handler([this](void*) { ChangeValue(GesturePhase::End, 0); }));
 }
 
@@ -58,13 +58,14 @@ void ToggleButton::LinkedComponentDeleted(Component& component)
     Button::LinkedComponentDeleted(component);
 }
 
-void ToggleButton::Choose(const Button& button)
+void ToggleButton::Choose(const Button& chosen)
 {
-    const auto place = std::find(members.begin(), members.end(), &button);
+    const auto place = std::find(members.begin(), members.end(), &chosen);
     if (place == members.end())
         return;
     const ComponentGuard guard(*this);
-    ChangeValue(GesturePhase::Change, MinValue.value() + static_cast<int>(place - members.begin()) - trackedValue);
+    ChangeValue(GesturePhase::Change,
+                MinValue.value() + static_cast<int>(place - members.begin()) - trackedValue);
     if (guard.IsAlive())
         ShowValue();  // also where the click turned off the one that was on
 }
