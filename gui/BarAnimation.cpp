@@ -15,8 +15,12 @@ float Remaining(float t) { return std::max(ApplyMotion(AnimationMotion::Accelera
 
 BarAnimation::BarAnimation(Animator& animationOwner, ControlBar& controlBar, Control& barControl,
                            Kind animationKind, float givenSize)
-    : Animation(animationOwner), bar(controlBar), control(barControl), kind(animationKind),
-      flags(controlBar.BarAnimationFlags.value()), startOpacity(barControl.Opacity.value()),
+    : Animation(animationOwner),
+      bar(controlBar),
+      control(barControl),
+      kind(animationKind),
+      flags(controlBar.BarAnimationFlags.value()),
+      startOpacity(barControl.Opacity.value()),
       fullSize(controlBar.LengthOf(barControl))
 {
     if (kind == Kind::OpeningTo || kind == Kind::ClosingFrom) {

@@ -27,8 +27,8 @@ protected:
     void UpdateText() { SetText(FormatValue()); }
     bool IsDragging() const { return dragging; }
 
-    Point pressPosition;       // own coordinates
-    bool madeStep = false;     // the drag moved the value
+    Point pressPosition;    // own coordinates
+    bool madeStep = false;  // the drag moved the value
 
 private:
     float Along(Point point) const;

@@ -24,8 +24,7 @@ void LevelButton::PaintContent(Canvas& canvas)
     if (fillPicture) {
         // The fill as it looks over the whole button, cut off where the level ends.
         const Canvas::State saved = canvas.Save();
-        canvas.Clip.assign(
-            canvas.Clip.value().Intersected({0.0f, 0.0f, width, clientRect.Height()}));
+        canvas.Clip.assign(canvas.Clip.value().Intersected({0.0f, 0.0f, width, clientRect.Height()}));
         canvas.DrawBitmapStretched(*fillPicture, clientRect, Rect::At({}, fillPicture->GetLogicalSize()),
                                    Corner.value());
         canvas.Restore(saved);

@@ -60,8 +60,8 @@ void ScrollArea::ScrollBarGutter::MouseDown(int pressedButton, Point point, int 
     area.StopScrolling();
     const bool vertical = axis == gui::Orientation::Vertical;
     const bool before = vertical ? point.y < bar.GetTop() : point.x < bar.GetLeft();
-    const Rect view = area.ViewRect();
-    const float page = vertical ? view.Height() : view.Width();
+    const Rect shown = area.ViewRect();
+    const float page = vertical ? shown.Height() : shown.Width();
     area.ScrollAlong(axis, before ? -page : page);
 }
 

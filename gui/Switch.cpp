@@ -45,7 +45,8 @@ float Switch::Travel() const
 
 Rect Switch::HandleRect() const
 {
-    const bool growsBack = Direction.value() == gui::Direction::Up || Direction.value() == gui::Direction::Left;
+    const bool growsBack =
+        Direction.value() == gui::Direction::Up || Direction.value() == gui::Direction::Left;
     const float shown = ToShown(Value.value());
     const float start = HandleOffset.value() + (growsBack ? 1.0f - shown : shown) * Travel();
     const float across = IsVertical() ? clientRect.Width() : clientRect.Height();
@@ -77,7 +78,8 @@ int Switch::ValueAt(Point point) const
         return Value.value();
     const float low = HandleOffset.value() + HandleLength() * 0.5f;
     const float place = IsVertical() ? point.y - low : point.x - low;
-    const bool growsBack = Direction.value() == gui::Direction::Up || Direction.value() == gui::Direction::Left;
+    const bool growsBack =
+        Direction.value() == gui::Direction::Up || Direction.value() == gui::Direction::Left;
     return FromShown(std::clamp((growsBack ? travel - place : place) / travel, 0.0f, 1.0f));
 }
 

@@ -54,7 +54,7 @@ TEST_F(ScrollAreaTest, AThrownContentCoastsButNotPastItsEnds)
         EXPECT_FLOAT_EQ(released, row.start + row.moved) << row.what;
         const bool coasts = row.end != released;
         ui->AdvanceTime(900);
-        EXPECT_EQ(area.ScrollX.value() != row.end, coasts && row.moved != 60 && row.moved != -40) << row.what;
+        EXPECT_EQ(area.ScrollX.value() != row.end, coasts) << row.what;
         ui->AdvanceTime(200);
         EXPECT_FLOAT_EQ(area.ScrollX.value(), row.end) << row.what;
         EXPECT_EQ(animator.RunningCount(), 0) << row.what;
@@ -151,8 +151,8 @@ TEST_F(ScrollAreaTest, ABarLaysItsControlsOutAsTheyCloseAndOpen)
     EXPECT_NEAR(first.GetWidth(), 40 * 0.220f, 3);
     EXPECT_FLOAT_EQ(second.GetLeft(), first.GetWidth());
     ui->AdvanceTime(100);
-    EXPECT_EQ(first.GetWidth(), 0);
-    EXPECT_EQ(bar.GetWidth(), 70);
+    EXPECT_NEAR(first.GetWidth(), 0, 1e-3f);
+    EXPECT_NEAR(bar.GetWidth(), 70, 1e-3f);
     bar.Expand(first, 50);
     ui->AdvanceTime(300);
     EXPECT_FLOAT_EQ(first.GetWidth(), 50);
@@ -175,7 +175,7 @@ TEST_F(ScrollAreaTest, AControlThatDiesWhileItClosesLeavesItsBar)
     first.reset();
     EXPECT_EQ(animator.RunningCount(), 0);
     EXPECT_EQ(second.GetLeft(), 0);
-    EXPECT_EQ(bar.GetWidth(), 40);
+    EXPECT_NEAR(bar.GetWidth(), 40, 1e-3f);
 }
 
 TEST(Cubic, GoesThroughItsEndsWithItsSlopes)

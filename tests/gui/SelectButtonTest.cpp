@@ -43,16 +43,16 @@ protected:
         platform.ui = &ui;
         button = make();
         button->SetListener(&listener);
-        listener.names[button.get()] = "s";
+        listener.names.emplace(button.get(), "s");
     }
     std::unique_ptr<SelectButton> make()
     {
-        auto made = std::make_unique<SelectButton>(ui, &ui.GetRootControl(), nullptr);
-        made->Bounds.assign({10, 10, 60, 30});
+        auto select = std::make_unique<SelectButton>(ui, &ui.GetRootControl(), nullptr);
+        select->Bounds.assign({10, 10, 60, 30});
         for (const char* text : {"one", "two", "three", "four"})
-            made->AddEntry(text);
-        made->EntryOf(2)->Enabled.assign(false);
-        return made;
+            select->AddEntry(text);
+        select->EntryOf(2)->Enabled.assign(false);
+        return select;
     }
     void click()
     {
