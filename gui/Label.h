@@ -7,8 +7,8 @@ namespace gui {
 /// One line of text.
 class Label : public MultiLabel {
 public:
-    explicit Label(UserInterface& ui, Control* parent, Animator* animator = nullptr)
-        : MultiLabel(ui, parent, animator, 1)
+    explicit Label(UserInterface& ui, Control* parent, Animator* labelAnimator = nullptr)
+        : MultiLabel(ui, parent, labelAnimator, 1)
     {}
 
     Text& GetText() { return Line(0); }

@@ -6,8 +6,8 @@
 
 namespace gui {
 
-MultiLabel::MultiLabel(UserInterface& ui, Control* parent, Animator* animator, int lineCount)
-    : AnimatedControl(ui, parent, animator)
+MultiLabel::MultiLabel(UserInterface& ui, Control* parent, Animator* lineAnimator, int lineCount)
+    : AnimatedControl(ui, parent, lineAnimator)
 {
     for (int i = 0; i < lineCount; ++i) {
         lines.push_back(ui.Platform().CreateText());

@@ -17,8 +17,8 @@ enum class Layout { Top = 0, Centre = 1, Bottom = 2 };
 /// Lines of text above each other, on a picture if it is given one. An empty line takes no room.
 class MultiLabel : public AnimatedControl {
 public:
-    /// @param animator  null for none
-    MultiLabel(UserInterface& ui, Control* parent, Animator* animator, int lineCount);
+    /// @param lineAnimator  null for none
+    MultiLabel(UserInterface& ui, Control* parent, Animator* lineAnimator, int lineCount);
     ~MultiLabel() override;
 
     Property<gui::Alignment> Alignment{gui::Alignment::Left, this};
