@@ -135,7 +135,7 @@ void DialogList::PaintContent(Canvas& canvas)
     canvas.FillRect(client, DialogStyle::border);
     const Rect inside = client.Inset(1.0f);
     canvas.FillRect(inside, DialogStyle::field);
-    const Canvas::State state = canvas.Save();
+    const Canvas::State before = canvas.Save();
     canvas.Clip.assign(canvas.Clip.value().Intersected(inside));
     const int first = static_cast<int>(offset / rowHeight);
     const int last =
@@ -154,7 +154,7 @@ void DialogList::PaintContent(Canvas& canvas)
         text->String.assign(entry.text);
         canvas.DrawBitmapAt(text->GetBitmap(), {rowIndent, top + (rowHeight - text->GetHeight()) * 0.5f});
     }
-    canvas.Restore(state);
+    canvas.Restore(before);
 }
 
 void DialogList::MouseDown(int pressed, Point point, int inputFlags)

@@ -92,7 +92,8 @@ FileBrowser::FileBrowser(X11Interface& editor, const FileRequest& fileRequest)
     OpenFolder(startFolder(request));
     if (!saves)
         return;
-    name = ui.Platform().CreateTextEditor();
+    name = std::make_unique<X11TextEditor>(ui);
+    name->SetStaysOpen(true);
     name->OnReturn.setHandler(NotifyEvent::handler([this](void*) { Accept(); }));
     name->OnEscape.setHandler(NotifyEvent::handler([this](void*) { dialog.End(false); }));
     name->Open(request.name, {margin, listBottom + margin * 0.5f, size.x - margin,

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "gui/TextEditor.h"
 #include "platform/DialogControls.h"
 #include "platform/FileRequest.h"
 #include "platform/X11Dialog.h"
+#include "platform/X11TextEditor.h"
 
 #include <memory>
 #include <string>
@@ -35,7 +35,7 @@ private:
     std::unique_ptr<DialogList> list;
     std::unique_ptr<DialogButton> accept;
     std::unique_ptr<DialogButton> cancel;
-    std::unique_ptr<TextEditor> name;  // to save at
+    std::unique_ptr<X11TextEditor> name;  // to save at
     std::string chosen;
 };
 

@@ -152,11 +152,11 @@ void TextField::DrawPart(Canvas& canvas, int first, int last, Color color) const
     measure->CopyFrom(font, ShownBetween(0, model.Length()));
     measure->Color.assign(color);
     const float y = (GetHeight() - measure->GetHeight()) * 0.5f + measure->GetBaselineShift();
-    const Canvas::State state = canvas.Save();
+    const Canvas::State before = canvas.Save();
     canvas.Clip.assign(canvas.Clip.value().Intersected({left, 0.0f, right, GetHeight()}));
     canvas.FillRect({left, padding, right, GetHeight() - padding}, DialogStyle::highlight);
     canvas.DrawBitmapAt(measure->GetBitmap(), {Origin(), y});
-    canvas.Restore(state);
+    canvas.Restore(before);
 }
 
 void TextField::MouseDown(int pressed, Point point, int inputFlags)

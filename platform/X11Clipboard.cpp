@@ -183,7 +183,7 @@ void X11Clipboard::Answer(const xcb_selection_request_event_t& request)
     answer.requestor = request.requestor;
     answer.selection = request.selection;
     answer.target = request.target;
-    answer.property = isOwner && Deliver(request, property) ? property : XCB_ATOM_NONE;
+    answer.property = isOwner && Deliver(request, property) ? property : xcb_atom_t{XCB_ATOM_NONE};
     xcb_send_event(display, 0, request.requestor, 0, reinterpret_cast<const char*>(&answer));
     display.Flush();
 }

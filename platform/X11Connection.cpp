@@ -107,7 +107,7 @@ void X11Connection::InternAtoms()
                                      x11AtomNames[i]);
     for (std::size_t i = 0; i < atoms.size(); ++i) {
         const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(connection, cookies[i], nullptr));
-        atoms[i] = reply ? reply->atom : XCB_ATOM_NONE;
+        atoms[i] = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
     }
 }
 
@@ -242,7 +242,7 @@ xcb_window_t X11Connection::ParentOf(xcb_window_t window)
 {
     const X11Reply<xcb_query_tree_reply_t> tree(
         xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr));
-    return tree ? tree->parent : XCB_WINDOW_NONE;
+    return tree ? tree->parent : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 xcb_window_t X11Connection::TopLevelOf(xcb_window_t window)

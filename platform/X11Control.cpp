@@ -186,8 +186,8 @@ bool X11Control::HandleEvent(const xcb_generic_event_t& event)
             FollowHost();
         return false;
     case XCB_MAP_NOTIFY:
-        // A dialog is there to be answered.
-        if (!parent && IsOurs(reinterpret_cast<const xcb_map_notify_event_t&>(event).window))
+        // A dialog is there to be answered, and full screen to be left by a key.
+        if (IsOwnTopLevel() && IsOurs(reinterpret_cast<const xcb_map_notify_event_t&>(event).window))
             interface.Focus().Take();
         return false;
     case XCB_UNMAP_NOTIFY:
@@ -288,8 +288,6 @@ void X11Control::EnterFullScreen()
     Map(true);
     const float scale = interface.Backing().Scale();
     SetSize({static_cast<float>(rect.Width()) / scale, static_cast<float>(rect.Height()) / scale});
-    // Escape has to arrive.
-    interface.Focus().Take();
     Invalidate();
 }
 

@@ -63,7 +63,7 @@ xcb_window_t managerWindow(X11Connection& connection)
         return XCB_WINDOW_NONE;
     const X11Reply<xcb_get_selection_owner_reply_t> owner(
         xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, name->atom), nullptr));
-    return owner ? owner->owner : XCB_WINDOW_NONE;
+    return owner ? owner->owner : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/Geometry.h"
 #include "platform/X11Connection.h"
 #include "platform/X11EventHandler.h"
 

@@ -41,7 +41,6 @@ void X11Focus::GiveBack()
 {
     if (!held || !window || interface.Window().IsOwnTopLevel())
         return;
-    X11Connection& display = interface.Connection();
     const bool wasNobodys = previous <= XCB_INPUT_FOCUS_POINTER_ROOT;
     const xcb_window_t to = wasNobodys ? HostWindow() : previous;
     SetHeld(false);
@@ -59,7 +58,7 @@ void X11Focus::Request(xcb_window_t to)
 
 void X11Focus::HandOver(const xcb_key_press_event_t& key)
 {
-    if (interface.Window().IsOwnTopLevel())
+    if (!interface.Window().HostWindow())
         return;
     X11Connection& display = interface.Connection();
     xcb_key_press_event_t sent = key;

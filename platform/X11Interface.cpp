@@ -45,7 +45,7 @@ X11Interface::X11Interface(HostLoop& hostLoop, std::unique_ptr<X11Connection> op
     const float users = OverrideScale(options.scaleSetting);
     const float hosts = options.scale > 0.0f ? options.scale : screens->SmallestScale();
     Backing().SetLevel(DeviceBacking::LevelOf(scaleIsUsers ? users : hosts));
-    pump = std::make_unique<X11Pump>(loop, *this);
+    pump = std::make_unique<X11Pump>(loop, static_cast<X11Pump::Sink&>(*this));
 }
 
 bool X11Interface::CreateWindow(const Options& options)

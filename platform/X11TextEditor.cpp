@@ -170,10 +170,14 @@ bool X11TextEditor::CopySelection()
 
 void X11TextEditor::MousePressed(Point point)
 {
-    if (!Bounds.value().Contains(point))
+    if (!staysOpen && !Bounds.value().Contains(point))
         Close();
 }
 
-void X11TextEditor::KeyboardLost() { Close(); }
+void X11TextEditor::KeyboardLost()
+{
+    if (!staysOpen)
+        Close();
+}
 
 }  // namespace gui

@@ -18,6 +18,9 @@ public:
     explicit X11TextEditor(X11Interface& ui);
     ~X11TextEditor() override;
 
+    /// A press elsewhere, or another window with the keyboard, doesn't close it.
+    void SetStaysOpen(bool stays) { staysOpen = stays; }
+
     std::string GetText() const override { return model.Text(); }
     void SetText(const std::string& text) override;
     void SetSelection(int first, int last) override;
@@ -41,6 +44,7 @@ private:
     X11Interface& interface;
     TextFieldModel model;
     std::unique_ptr<TextField> field;
+    bool staysOpen = false;
 };
 
 }  // namespace gui
