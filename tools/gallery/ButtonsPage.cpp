@@ -30,8 +30,8 @@ private:
     void AddLargeLooks();
     void AddBehaviour();
     void AddLookRow(ButtonLook look, Point at);
-    void AddPosed(ButtonLook look, Point at, Point size, State state);
-    Pose::Maker Posed(ButtonLook look, Point size, State state, const std::string& text = {});
+    void AddPosed(ButtonLook look, Point at, Point wanted, State shownState);
+    Pose::Maker Posed(ButtonLook look, Point wanted, State shownState, const std::string& text = {});
 };
 
 /// The sizes at which the editor shows them; 0 for the style's own.
@@ -75,23 +75,24 @@ const char* TextOf(ButtonLook look)
     }
 }
 
-Pose::Maker ButtonsPage::Posed(ButtonLook look, Point size, State state, const std::string& text)
+Pose::Maker ButtonsPage::Posed(ButtonLook look, Point wanted, State shownState, const std::string& text)
 {
-    return [&styles = parts.styles, look, size, state, text](gui::UserInterface& ui, gui::Control* parent) {
-        auto button = std::make_unique<gui::Button>(ui, parent, nullptr, &styles.Button(look));
-        if (size.x > 0.0f)
-            button->SetSize(size);
-        button->SetText(text);
-        button->On.assign(state.on);
-        button->Enabled.assign(state.enabled);
-        return button;
+    return [&styles = parts.styles, look, wanted, shownState, text](gui::UserInterface& ui,
+                                                                    gui::Control* parent) {
+        auto made = std::make_unique<gui::Button>(ui, parent, nullptr, &styles.Button(look));
+        if (wanted.x > 0.0f)
+            made->SetSize(wanted);
+        made->SetText(text);
+        made->On.assign(shownState.on);
+        made->Enabled.assign(shownState.enabled);
+        return made;
     };
 }
 
-void ButtonsPage::AddPosed(ButtonLook look, Point at, Point size, State state)
+void ButtonsPage::AddPosed(ButtonLook look, Point at, Point wanted, State shownState)
 {
-    const Point shown = size.x > 0.0f ? size : parts.styles.Button(look).DefaultSize();
-    AddPose(at, Posed(look, size, state, TextOf(look)), state.hand, shown * 0.5f);
+    const Point shown = wanted.x > 0.0f ? wanted : parts.styles.Button(look).DefaultSize();
+    AddPose(at, Posed(look, wanted, shownState, TextOf(look)), shownState.hand, shown * 0.5f);
 }
 
 constexpr float columns[] = {116.0f, 180.0f, 244.0f, 308.0f, 372.0f};
@@ -105,10 +106,10 @@ void ButtonsPage::AddLookRow(ButtonLook look, Point at)
         AddPainting(
             {at.x + 108, at.y - 2, at.x + 438, at.y + 20},
             [](gui::Canvas& canvas, const gui::Rect& area) { canvas.FillRect(area, gui::Palette::bar); });
-    const Point size = SizeOf(look);
-    const float height = size.y > 0.0f ? size.y : parts.styles.Button(look).DefaultSize().y;
+    const Point wanted = SizeOf(look);
+    const float height = wanted.y > 0.0f ? wanted.y : parts.styles.Button(look).DefaultSize().y;
     for (int i = 0; i < 5; ++i)
-        AddPosed(look, {at.x + columns[i], at.y + (18.0f - height) * 0.5f}, size, states[i]);
+        AddPosed(look, {at.x + columns[i], at.y + (18.0f - height) * 0.5f}, wanted, states[i]);
 }
 
 void ButtonsPage::AddLooks()
@@ -146,8 +147,9 @@ void ButtonsPage::AddLargeLooks()
         for (int i = 0; i < 3; ++i) {
             if (large.step < 23.0f && i == 2)
                 continue;  // two states are all they have
-            const State state{i == 0 ? Hand::Away : i == 1 ? Hand::Over : Hand::Pressing};
-            AddPosed(large.look, {large.left + large.step * static_cast<float>(i), large.top}, {}, state);
+            const State shownState{i == 0 ? Hand::Away : i == 1 ? Hand::Over : Hand::Pressing};
+            AddPosed(large.look, {large.left + large.step * static_cast<float>(i), large.top}, {},
+                     shownState);
         }
     AddText({22, 426}, "Rest, mouse over, pressed", Alignment::Left, 7.0f);
     for (int i = 0; i < 3; ++i) {
@@ -167,10 +169,10 @@ void ButtonsPage::AddBehaviour()
     AddCard({632, 290, 914, 444}, "Live");
     const PageParts& p = parts;
     const auto toggle = [&](const gui::Rect& bounds, const char* text) -> gui::ToggleButton& {
-        auto& button = AddStyled<gui::ToggleButton>(bounds.Origin(), p.styles.Button(ButtonLook::Bar));
-        button.SetSize(bounds.Size());
-        button.SetText(text);
-        return button;
+        auto& made = AddStyled<gui::ToggleButton>(bounds.Origin(), p.styles.Button(ButtonLook::Bar));
+        made.SetSize(bounds.Size());
+        made.SetText(text);
+        return made;
     };
     AddPainting({642, 314, 904, 342},
                 [](gui::Canvas& canvas, const gui::Rect& area) { canvas.FillRect(area, gui::Palette::bar); });
@@ -193,7 +195,8 @@ void ButtonsPage::AddBehaviour()
     AddButton({774, 380, 904, 398}, ButtonLook::Generic, "A text that is too long for it");
     Caption& count = AddText({642, 425}, "Not clicked yet");
     AddButton({774, 402, 904, 420}, ButtonLook::Generic, "Click", [&count, clicks = 0]() mutable {
-        count.SetString("Clicked " + std::to_string(++clicks) + (clicks == 1 ? " time" : " times"));
+        ++clicks;
+        count.SetString("Clicked " + std::to_string(clicks) + (clicks == 1 ? " time" : " times"));
     });
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr float barHeight = 34.0f;
 constexpr float footHeight = 24.0f;
-constexpr float footTop = Gallery::size.y - footHeight;
+constexpr float footTop = Gallery::windowSize.y - footHeight;
 
 struct PageEntry {
     const char* name;
@@ -64,11 +64,11 @@ Gallery::Gallery(gui::UserInterface& ui) : Control(ui, &ui.GetRootControl()), an
     animator.FramesPerSecond.assign(60);
     animator.Enabled.assign(true);
     Opaque.assign(true);
-    SetSize(size);
+    SetSize(windowSize);
     AddTabs();
     AddScale();
     auto& keys = Add<Caption>(ui, this, "1 to 9: pages    + and -: size", 7.5f, gui::Palette::shade);
-    keys.Place({size.x - 12.0f, footTop + 6.0f}, gui::Alignment::Right);
+    keys.Place({windowSize.x - 12.0f, footTop + 6.0f}, gui::Alignment::Right);
     help = &Add<Caption>(ui, this, "", 7.5f, gui::Palette::shade);
     help->Place({12.0f, footTop + 6.0f});
     ShowPage(0);
@@ -103,10 +103,10 @@ void Gallery::AddTabs()
 void Gallery::AddScale()
 {
     const auto add = [this](float left, float width, const char* text) -> gui::Button& {
-        auto& button = Add<gui::Button>(userInterface, this, &animator, &styles.Button(ButtonLook::Bar));
-        button.SetBounds(left, 8.0f, width, 18.0f);
-        button.SetText(text);
-        return button;
+        auto& made = Add<gui::Button>(userInterface, this, &animator, &styles.Button(ButtonLook::Bar));
+        made.SetBounds(left, 8.0f, width, 18.0f);
+        made.SetText(text);
+        return made;
     };
     add(790.0f, 30.0f, "−").OnClick.addHandler(NotifyEvent::handler([this](void*) { StepScale(-1); }));
     scaleButton = &add(820.0f, 64.0f, "");
@@ -158,8 +158,8 @@ bool Gallery::KeyPressed(int keyCode, int character, int)
 
 void Gallery::PaintContent(gui::Canvas& canvas)
 {
-    canvas.FillRect({0.0f, 0.0f, size.x, barHeight}, gui::Palette::bar);
-    canvas.FillRect({0.0f, footTop, size.x, size.y}, gui::Palette::bar);
+    canvas.FillRect({0.0f, 0.0f, windowSize.x, barHeight}, gui::Palette::bar);
+    canvas.FillRect({0.0f, footTop, windowSize.x, windowSize.y}, gui::Palette::bar);
 }
 
 void Gallery::BackingScaleChanged()

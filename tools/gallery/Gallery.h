@@ -16,7 +16,7 @@ namespace gallery {
 /// root's lock held.
 class Gallery : public gui::Control {
 public:
-    static constexpr gui::Point size{926.0f, 514.0f};  // logical units, as the editor at its widest
+    static constexpr gui::Point windowSize{926.0f, 514.0f};  // logical units, as the editor at its widest
 
     /// In the order of the tabs.
     static std::span<const char* const> PageNames();

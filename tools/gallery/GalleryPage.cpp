@@ -27,7 +27,7 @@ GalleryPage::GalleryPage(const PageParts& pageParts, gui::Control* parent)
     : Control(pageParts.ui, parent), parts(pageParts)
 {
     Opaque.assign(true);
-    SetSize(size);
+    SetSize(sheetSize);
 }
 
 GalleryPage::~GalleryPage()
@@ -44,12 +44,12 @@ void GalleryPage::PaintContent(gui::Canvas& canvas)
 gui::Button& GalleryPage::AddButton(const gui::Rect& bounds, ButtonLook look, const std::string& text,
                                     std::function<void()> clicked)
 {
-    gui::Button& button = Add<gui::Button>(parts.ui, this, &parts.animator, &parts.styles.Button(look));
-    button.SetBounds(bounds);
-    button.SetText(text);
+    gui::Button& made = Add<gui::Button>(parts.ui, this, &parts.animator, &parts.styles.Button(look));
+    made.SetBounds(bounds);
+    made.SetText(text);
     if (clicked)
-        button.OnClick.addHandler(NotifyEvent::handler([clicked = std::move(clicked)](void*) { clicked(); }));
-    return button;
+        made.OnClick.addHandler(NotifyEvent::handler([clicked = std::move(clicked)](void*) { clicked(); }));
+    return made;
 }
 
 void GalleryPage::AddCard(const gui::Rect& bounds, const std::string& title, gui::Color ground)

@@ -4,9 +4,11 @@
 #include "gallery/GalleryStyles.h"
 #include "gallery/Pose.h"
 #include "gui/Animator.h"
+#include "gui/UserInterface.h"
 
 #include <functional>
 #include <memory>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -22,7 +24,7 @@ struct PageParts {
 /// One sheet of the gallery. It owns all that stands on it.
 class GalleryPage : public gui::Control {
 public:
-    static constexpr gui::Point size{926.0f, 456.0f};  // logical units
+    static constexpr gui::Point sheetSize{926.0f, 456.0f};  // logical units
 
     GalleryPage(const PageParts& pageParts, gui::Control* parent);
     ~GalleryPage() override;
@@ -48,9 +50,13 @@ protected:
     template <class T, class Style>
     T& AddStyled(gui::Point at, const Style& style)
     {
-        T& control = Add<T>(parts.ui, this, &parts.animator, style);
-        control.SetPosition(at);
-        return control;
+        T* control = nullptr;
+        if constexpr (std::is_base_of_v<gui::Button, T>)
+            control = &Add<T>(parts.ui, this, &parts.animator, &style);
+        else
+            control = &Add<T>(parts.ui, this, &parts.animator, style);
+        control->SetPosition(at);
+        return *control;
     }
     gui::Button& AddButton(const gui::Rect& bounds, ButtonLook look, const std::string& text,
                            std::function<void()> clicked = {});

@@ -5,6 +5,7 @@
 #include "gallery/GalleryScript.h"
 #include "gallery/PictureFile.h"
 #include "gallery/PollLoop.h"
+#include "gui/RootControl.h"
 #include "gui/Timer.h"
 #include "platform/X11Interface.h"
 
@@ -73,7 +74,7 @@ void RunGalleryWindow(const GalleryOptions& options)
 
     PollLoop loop;
     gui::X11Interface::Options window;
-    window.size = Gallery::size;
+    window.size = Gallery::windowSize;
     window.title = "Sordelin Gallery";
     if (options.scaleIsGiven)
         window.scaleSetting = static_cast<int>(std::lround(options.scale * 100.0f));

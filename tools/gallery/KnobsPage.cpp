@@ -62,12 +62,12 @@ void KnobsPage::AddStyles()
 void KnobsPage::AddStyleRow(KnobLook look, const char* name, float middle)
 {
     const gui::Knob::Style& style = parts.styles.Knob(look);
-    const Point size = style.MainPicture()->GetLogicalSize();
-    const bool wide = size.x > 50.0f;
-    const Point onBody = PointAround(size, 210.0f, size.x * 0.2f);
-    const Point onPointer = PointAround(size, 30.0f, wide ? 22.0f : 13.0f);
+    const Point whole = style.MainPicture()->GetLogicalSize();
+    const bool wide = whole.x > 50.0f;
+    const Point onBody = PointAround(whole, 210.0f, whole.x * 0.2f);
+    const Point onPointer = PointAround(whole, 30.0f, wide ? 22.0f : 13.0f);
     const auto corner = [&](int column) {
-        return Point{columns[column] - size.x * 0.5f, middle - size.y * 0.5f};
+        return Point{columns[column] - whole.x * 0.5f, middle - whole.y * 0.5f};
     };
     AddText({22, middle - 6}, name, Alignment::Left, 8.0f, gui::Palette::ink);
     if (look == KnobLook::Inner) {
@@ -97,11 +97,11 @@ void KnobsPage::AddRings()
                             {"Under the mouse", Hand::Over},
                             {"Turned", Hand::Pressing},
                             {"Disabled", Hand::Away}};
-    const Point size = parts.styles.Knob(KnobLook::Ring).MainPicture()->GetLogicalSize();
+    const Point whole = parts.styles.Knob(KnobLook::Ring).MainPicture()->GetLogicalSize();
     for (int i = 0; i < 4; ++i) {
         const Point at{i % 2 == 0 ? 620.0f : 764.0f, i < 2 ? 48.0f : 196.0f};
         AddText({at.x + 62.0f, at.y - 18.0f}, places[i].name, Alignment::Centre, 7.0f);
-        AddPainting(gui::Rect::At(at, size), [](gui::Canvas& canvas, const gui::Rect& area) {
+        AddPainting(gui::Rect::At(at, whole), [](gui::Canvas& canvas, const gui::Rect& area) {
             for (int step = 0; step <= 6; ++step) {
                 const Point dot =
                     PointAround(area.Size(), 55.0f + 70.0f * static_cast<float>(step) / 6.0f, 52.0f);
@@ -118,7 +118,7 @@ void KnobsPage::AddRings()
             AddStyled<gui::Knob>(at + Point{30, 30}, parts.styles.Knob(KnobLook::Large))
                 .Value.assign(shownValue);
         } else {
-            AddPose(at, PosedKnob(KnobLook::Ring, i < 3), places[i].hand, PointAround(size, 97.0f, 50.0f));
+            AddPose(at, PosedKnob(KnobLook::Ring, i < 3), places[i].hand, PointAround(whole, 97.0f, 50.0f));
             AddPose(at + Point{30, 30}, PosedKnob(KnobLook::Large, i < 3), Hand::Away);
         }
     }

@@ -32,7 +32,7 @@ private:
     void AddDialogs();
     void AddFields();
     void AddLists();
-    void ShowMenu(gui::Button& button, const std::function<void(gui::Menu&)>& fill);
+    void ShowMenu(gui::Button& opener, const std::function<void(gui::Menu&)>& fill);
     void AddMenuButton(float top, const char* name, std::function<void(gui::Menu&)> fill);
     void Tell(const std::string& what) { told->SetString(what); }
     void AskForFile(gui::OpenSaveDialog::Kind kind);
@@ -46,20 +46,20 @@ private:
 
 void MenusPage::AddMenuButton(float top, const char* name, std::function<void(gui::Menu&)> fill)
 {
-    gui::Button& button = AddButton({22, top, 160, top + 18}, ButtonLook::Menu, name);
-    button.OnMouseDown.addHandler(
-        NotifyEvent::handler([this, &button, fill = std::move(fill)](void*) { ShowMenu(button, fill); }));
+    gui::Button& opener = AddButton({22, top, 160, top + 18}, ButtonLook::Menu, name);
+    opener.OnMouseDown.addHandler(
+        NotifyEvent::handler([this, &opener, fill = std::move(fill)](void*) { ShowMenu(opener, fill); }));
 }
 
-void MenusPage::ShowMenu(gui::Button& button, const std::function<void(gui::Menu&)>& fill)
+void MenusPage::ShowMenu(gui::Button& opener, const std::function<void(gui::Menu&)>& fill)
 {
     const auto popup = parts.ui.Platform().CreatePopupMenu();
     if (!popup)
         return Tell("There are no menus without a window");
     gui::Menu menu;
     fill(menu);
-    button.CancelMouse();
-    const gui::MenuItem* const chosen = popup->Show(menu, Rect::At(button.ToRoot({}), button.GetSize()));
+    opener.CancelMouse();
+    const gui::MenuItem* const chosen = popup->Show(menu, Rect::At(opener.ToRoot({}), opener.GetSize()));
     Tell(chosen ? "Chosen: " + chosen->Text.value() : "Nothing chosen");
 }
 
@@ -118,19 +118,19 @@ void MenusPage::AddDialogs()
     AddCard({12, 230, 308, 444}, "Dialogs");
     using Message = gui::PlatformDelegate::MessageButton;
     using Kind = gui::OpenSaveDialog::Kind;
-    const auto button = [this](float top, const char* name, std::function<void()> clicked) {
+    const auto opener = [this](float top, const char* name, std::function<void()> clicked) {
         AddButton({22, top, 160, top + 18}, ButtonLook::Generic, name, std::move(clicked));
     };
-    button(256, "Information",
+    opener(256, "Information",
            [this] { parts.ui.Platform().ShowMessageBox("The preset was saved.", Message::ok, {}); });
-    button(284, "Confirmation", [this] {
+    opener(284, "Confirmation", [this] {
         parts.ui.Platform().ShowMessageBox("Replace the preset \"Tape Loop\"?\n\nThis can't be undone.",
                                            Message::ok | Message::cancel, [this] { Tell("Confirmed"); });
     });
-    button(312, "Open a file", [this] { AskForFile(Kind::Open); });
-    button(340, "Save a file", [this] { AskForFile(Kind::Save); });
-    button(368, "Choose a folder", [this] { AskForFolder(); });
-    button(396, "Edit a text", [this] { AskForText({172, 396, 298, 414}); });
+    opener(312, "Open a file", [this] { AskForFile(Kind::Open); });
+    opener(340, "Save a file", [this] { AskForFile(Kind::Save); });
+    opener(368, "Choose a folder", [this] { AskForFolder(); });
+    opener(396, "Edit a text", [this] { AskForText({172, 396, 298, 414}); });
 }
 
 void MenusPage::AskForText(const Rect& bounds)
@@ -190,13 +190,13 @@ void MenusPage::AddFields()
 void MenusPage::AddLists()
 {
     AddCard({628, 12, 914, 444}, "Parts of dialogs", gui::DialogStyle::background);
-    const auto button = [this](float left, const char* text) -> gui::DialogButton& {
+    const auto push = [this](float left, const char* text) -> gui::DialogButton& {
         auto& made = Add<gui::DialogButton>(parts.ui, this, text, [this, text] { Tell(text); });
         made.SetBounds(left, 408, 80, 24);
         return made;
     };
-    button(730, "Cancel");
-    button(820, "Open").SetDefault(true);
+    push(730, "Cancel");
+    push(820, "Open").SetDefault(true);
     auto& words =
         Add<gui::DialogText>(parts.ui, this,
                              "Replace the preset \"Tape Loop\"? The one that is there would be gone.\n\n"

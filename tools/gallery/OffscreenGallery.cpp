@@ -5,7 +5,7 @@
 
 namespace gallery {
 
-OffscreenGallery::OffscreenGallery(float scale) : ui(OffscreenPlatform::Open(Gallery::size, scale))
+OffscreenGallery::OffscreenGallery(float scale) : ui(OffscreenPlatform::Open(Gallery::windowSize, scale))
 {
     const gui::RootControl::Entry entry(ui->GetRootControl());
     gallery = std::make_unique<Gallery>(*ui);

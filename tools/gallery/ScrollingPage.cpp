@@ -106,10 +106,10 @@ void ScrollingPage::AddStrip()
                               &parts.styles.Button(ButtonLook::ScrollRight));
     strip.SetBounds(586, 42, 318, 90);
     for (int i = 0; i < 10; ++i) {
-        auto& button = Add<gui::Button>(parts.ui, &strip.Content(), &parts.animator,
-                                        &parts.styles.Button(ButtonLook::Component));
-        button.SetPosition({82.0f * static_cast<float>(i) + 4.0f, 8});
-        button.SetText(std::to_string(i + 1));
+        auto& item = Add<gui::Button>(parts.ui, &strip.Content(), &parts.animator,
+                                      &parts.styles.Button(ButtonLook::Component));
+        item.SetPosition({82.0f * static_cast<float>(i) + 4.0f, 8});
+        item.SetText(std::to_string(i + 1));
     }
     strip.Area().ContentWidth.assign(824.0f);
     strip.ScrollTo(120.0f);
@@ -122,10 +122,10 @@ void ScrollingPage::AddStrip()
         still.SetBounds(586, 160 + 52.0f * static_cast<float>(k), 318, 44);
         const int count = k == 0 ? 16 : 5;
         for (int i = 0; i < count; ++i) {
-            auto& button = Add<gui::Button>(parts.ui, &still.Content(), &parts.animator,
-                                            &parts.styles.Button(ButtonLook::Generic));
-            button.SetBounds(60.0f * static_cast<float>(i) + 4.0f, 13, 54, 18);
-            button.SetText("Item " + std::to_string(i + 1));
+            auto& item = Add<gui::Button>(parts.ui, &still.Content(), &parts.animator,
+                                          &parts.styles.Button(ButtonLook::Generic));
+            item.SetBounds(60.0f * static_cast<float>(i) + 4.0f, 13, 54, 18);
+            item.SetText("Item " + std::to_string(i + 1));
         }
         still.Area().ContentWidth.assign(60.0f * static_cast<float>(count) + 8.0f);
     }

@@ -39,9 +39,9 @@ void TextPage::AddSizes(float left, gui::Color ground, gui::Color ink, const cha
     AddText({left + 10, 18}, title, Alignment::Left, 7.5f, ink.Faded(170));
     float top = 34;
     for (const float points : {7.0f, 8.0f, 9.0f, 10.0f, 11.0f, 12.0f, 14.0f, 18.0f, 24.0f}) {
-        const std::string size = std::to_string(static_cast<int>(points));
-        Caption& number =
-            AddText({left + 26, top}, size, Alignment::Right, points < 14.0f ? points : 8.0f, ink.Faded(130));
+        const std::string figure = std::to_string(static_cast<int>(points));
+        Caption& number = AddText({left + 26, top}, figure, Alignment::Right, points < 14.0f ? points : 8.0f,
+                                  ink.Faded(130));
         const char* const sample = points < 14.0f   ? "Feedback 62.5 %, Filter 1.9 kHz"
                                    : points < 24.0f ? "Tape delay 350 ms"
                                                     : "Sordelin";

@@ -20,9 +20,9 @@ using Hand = Pose::Hand;
 /// One decimal, whatever the locale.
 std::string Tenths(int tenths)
 {
-    const std::string digits = std::to_string(std::abs(tenths));
-    const std::string padded = digits.size() < 2 ? "0" + digits : digits;
-    return (tenths < 0 ? "-" : "") + padded.substr(0, padded.size() - 1) + "." + padded.back();
+    const int whole = std::abs(tenths) / 10, rest = std::abs(tenths) % 10;
+    std::string text = tenths < 0 ? "-" : "";
+    return text.append(std::to_string(whole)).append(".").append(std::to_string(rest));
 }
 
 class ValuesPage : public GalleryPage {
@@ -126,9 +126,9 @@ void ValuesPage::AddSteps()
 void ValuesPage::AddFields()
 {
     AddCard({12, 230, 308, 444}, "Value fields, live");
-    const auto field = [this](auto& button, float top, const char* name) {
+    const auto field = [this](auto& made, float top, const char* name) {
         AddText({22, top + 3}, name, Alignment::Left, 7.5f);
-        button.SetSize({86, 18});
+        made.SetSize({86, 18});
     };
     auto& whole = AddStyled<gui::IntValueButton>({210, 258}, parts.styles.Button(ButtonLook::UpDown));
     field(whole, 258, "Whole number, up and down");
@@ -160,15 +160,15 @@ void ValuesPage::AddLevels()
     AddCard({320, 230, 616, 444}, "Levels");
     const auto level = [&styles = parts.styles](int value) {
         return [&styles, value](gui::UserInterface& ui, gui::Control* parent, gui::Animator* animator) {
-            auto button = std::make_unique<gui::LevelButton>(ui, parent, animator,
-                                                             &styles.Button(ButtonLook::SlotLevel));
-            button->SetPictures(&styles.Picture("ButtonSlotLevelOff"), nullptr);
-            button->SetSize({150, 18});
-            button->MaxValue.assign(1000);
-            button->Value.assign(value);
-            button->Orientation.assign(gui::Orientation::Horizontal);
-            button->SetFormat([](int shown) { return Tenths(shown) + " %"; });
-            return button;
+            auto made = std::make_unique<gui::LevelButton>(ui, parent, animator,
+                                                           &styles.Button(ButtonLook::SlotLevel));
+            made->SetPictures(&styles.Picture("ButtonSlotLevelOff"), nullptr);
+            made->SetSize({150, 18});
+            made->MaxValue.assign(1000);
+            made->Value.assign(value);
+            made->Orientation.assign(gui::Orientation::Horizontal);
+            made->SetFormat([](int shown) { return Tenths(shown) + " %"; });
+            return made;
         };
     };
     const int values[] = {0, 60, 500, 1000};
@@ -182,7 +182,7 @@ void ValuesPage::AddLevels()
                 hands[i], {75, 9});
     }
     AddText({330, 373}, "Live", Alignment::Left, 7.5f);
-    auto& live = AddStyled<gui::LevelButton>({454, 370}, &parts.styles.Button(ButtonLook::SlotLevel));
+    auto& live = AddStyled<gui::LevelButton>({454, 370}, parts.styles.Button(ButtonLook::SlotLevel));
     live.SetPictures(&parts.styles.Picture("ButtonSlotLevelOff"), nullptr);
     live.SetSize({150, 18});
     live.MaxValue.assign(1000);
@@ -199,7 +199,7 @@ void ValuesPage::AddSelects()
         const float top = 258.0f + 28.0f * static_cast<float>(i);
         AddText({638, top + 3}, names[i], Alignment::Left, 7.5f);
         auto& select = AddStyled<gui::SelectButton>(
-            {800, top}, &parts.styles.Button(i == 1 ? ButtonLook::UpDown : ButtonLook::MenuDark));
+            {800, top}, parts.styles.Button(i == 1 ? ButtonLook::UpDown : ButtonLook::MenuDark));
         select.SetSize({104, 18});
         for (const char* entry : {"Free", "1/16", "1/8", "1/4", "1/2", "1 bar", "2 bars"})
             select.AddEntry(entry);
@@ -219,10 +219,11 @@ void ValuesPage::AddLights()
         "DisplayPeakActive"};
     for (int i = 0; i < 11; ++i) {
         const gui::Bitmap& picture = parts.styles.Picture(names[i]);
-        const Point size = picture.GetLogicalSize();
+        const Point whole = picture.GetLogicalSize();
         const Point middle{650.0f + 25.0f * static_cast<float>(i), 408};
         AddPainting(
-            gui::Rect::At({std::floor(middle.x - size.x * 0.5f), std::floor(middle.y - size.y * 0.5f)}, size),
+            gui::Rect::At({std::floor(middle.x - whole.x * 0.5f), std::floor(middle.y - whole.y * 0.5f)},
+                          whole),
             [&picture](gui::Canvas& canvas, const gui::Rect&) { canvas.DrawBitmapAt(picture, {}); });
     }
 }
