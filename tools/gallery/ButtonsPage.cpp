@@ -101,7 +101,7 @@ void ButtonsPage::AddLookRow(ButtonLook look, Point at)
 {
     const State states[] = {
         {}, {Hand::Over}, {Hand::Pressing}, {Hand::Away, true}, {Hand::Away, false, false}};
-    AddText({at.x + 10, at.y + 4}, GalleryStyles::NameOf(look), Alignment::Left, 7.5f, gui::Palette::ink);
+    AddText({at.x + 10, at.y + 2.5f}, GalleryStyles::NameOf(look), Alignment::Left, 7.5f, gui::Palette::ink);
     if (GalleryStyles::IsForBar(look))
         AddPainting(
             {at.x + 108, at.y - 2, at.x + 438, at.y + 20},
@@ -134,15 +134,15 @@ void ButtonsPage::AddLooks()
 
 void ButtonsPage::AddLargeLooks()
 {
-    AddCard({12, 290, 620, 444}, "At their own size");
+    AddCard({12, 290, 620, 444}, "At their own size: at rest, mouse over, pressed");
     struct Large {
         ButtonLook look;
         float left, top, step;
     };
     const Large larges[] = {{ButtonLook::Add, 22, 318, 30},          {ButtonLook::AddStep, 124, 318, 24},
                             {ButtonLook::SourceDrag, 124, 362, 30},  {ButtonLook::ScrollLeft, 124, 398, 22},
-                            {ButtonLook::ScrollRight, 176, 398, 22}, {ButtonLook::XY, 232, 318, 54},
-                            {ButtonLook::Component, 396, 318, 74}};
+                            {ButtonLook::ScrollRight, 176, 398, 22}, {ButtonLook::XY, 228, 318, 53},
+                            {ButtonLook::Component, 390, 318, 76}};
     for (const Large& large : larges)
         for (int i = 0; i < 3; ++i) {
             if (large.step < 23.0f && i == 2)
@@ -151,7 +151,6 @@ void ButtonsPage::AddLargeLooks()
             AddPosed(large.look, {large.left + large.step * static_cast<float>(i), large.top}, {},
                      shownState);
         }
-    AddText({22, 426}, "Rest, mouse over, pressed", Alignment::Left, 7.0f);
     for (int i = 0; i < 3; ++i) {
         const float top = 376.0f + 20.0f * static_cast<float>(i);
         AddPainting({232, top, 336, top + 18}, [&styles = parts.styles, i](gui::Canvas& canvas,

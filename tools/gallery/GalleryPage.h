@@ -30,7 +30,7 @@ public:
     ~GalleryPage() override;
 
     /// How long a still picture waits after the page has opened, milliseconds.
-    virtual int StillDelayMs() const { return 0; }
+    virtual int StillDelayMs() const { return 400; }
 
     void PaintContent(gui::Canvas& canvas) override;
 

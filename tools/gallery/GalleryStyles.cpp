@@ -61,8 +61,8 @@ GalleryStyles::GalleryStyles(gui::UserInterface& ui) : userInterface(ui), slider
     slider.track = Find("ButtonSlotLevelNormal");
     slider.trackActive = Find("ButtonSlotLevelActive");
     slider.fill = Find("ButtonSlotLevelOn");
-    slider.handle = Find("EGDotNormal");
-    slider.handleActive = slider.handleDown = Find("EGDotActive");
+    slider.handle = Find("DisplayMid");
+    slider.handleActive = slider.handleDown = Find("DisplayMidActive");
     stepSlider.track = Find("SliderBack");
     stepSlider.handle = Find("SliderNormal");
     stepSlider.handleActive = Find("SliderActive");

@@ -49,10 +49,9 @@ constexpr float columns[] = {142.0f, 222.0f, 302.0f, 382.0f, 462.0f, 542.0f};
 void KnobsPage::AddStyles()
 {
     AddCard({12, 12, 596, 338}, "Knobs", gui::Palette::display);
-    const char* const heads[] = {"Live",    "Under the mouse", "Mouse on pointer",
-                                 "Dragged", "Turned",          "Disabled"};
+    const char* const heads[] = {"Live", "Mouse over", "On the pointer", "Dragged", "Turned", "Disabled"};
     for (int i = 0; i < 6; ++i)
-        AddText({columns[i], 30}, heads[i], Alignment::Centre, 7.0f);
+        AddText({columns[i], 34}, heads[i], Alignment::Centre, 7.0f);
     AddStyleRow(KnobLook::Normal, "Normal", 80.0f);
     AddStyleRow(KnobLook::Large, "Large", 152.0f);
     AddStyleRow(KnobLook::Outer, "Outer", 228.0f);
@@ -94,13 +93,13 @@ void KnobsPage::AddRings()
         Hand hand;
     };
     const Place places[] = {{"Live", Hand::Away},
-                            {"Under the mouse", Hand::Over},
+                            {"Mouse over", Hand::Over},
                             {"Turned", Hand::Pressing},
                             {"Disabled", Hand::Away}};
     const Point whole = parts.styles.Knob(KnobLook::Ring).MainPicture()->GetLogicalSize();
     for (int i = 0; i < 4; ++i) {
-        const Point at{i % 2 == 0 ? 620.0f : 764.0f, i < 2 ? 48.0f : 196.0f};
-        AddText({at.x + 62.0f, at.y - 18.0f}, places[i].name, Alignment::Centre, 7.0f);
+        const Point at{i % 2 == 0 ? 620.0f : 764.0f, i < 2 ? 56.0f : 204.0f};
+        AddText({at.x + 62.0f, at.y - 6.0f}, places[i].name, Alignment::Centre, 7.0f);
         AddPainting(gui::Rect::At(at, whole), [](gui::Canvas& canvas, const gui::Rect& area) {
             for (int step = 0; step <= 6; ++step) {
                 const Point dot =

@@ -33,7 +33,7 @@ private:
     void AddFields();
     void AddLists();
     void ShowMenu(gui::Button& opener, const std::function<void(gui::Menu&)>& fill);
-    void AddMenuButton(float top, const char* name, std::function<void(gui::Menu&)> fill);
+    void AddMenuButton(float top, const char* name, const char* help, std::function<void(gui::Menu&)> fill);
     void Tell(const std::string& what) { told->SetString(what); }
     void AskForFile(gui::OpenSaveDialog::Kind kind);
     void AskForFolder();
@@ -44,8 +44,10 @@ private:
     std::vector<std::unique_ptr<gui::TextFieldModel>> models;
 };
 
-void MenusPage::AddMenuButton(float top, const char* name, std::function<void(gui::Menu&)> fill)
+void MenusPage::AddMenuButton(float top, const char* name, const char* help,
+                              std::function<void(gui::Menu&)> fill)
 {
+    AddText({172, top + 2.5f}, help);
     gui::Button& opener = AddButton({22, top, 160, top + 18}, ButtonLook::Menu, name);
     opener.OnMouseDown.addHandler(
         NotifyEvent::handler([this, &opener, fill = std::move(fill)](void*) { ShowMenu(opener, fill); }));
@@ -66,13 +68,13 @@ void MenusPage::ShowMenu(gui::Button& opener, const std::function<void(gui::Menu
 void MenusPage::AddMenus()
 {
     AddCard({12, 12, 308, 218}, "Menus");
-    AddMenuButton(38, "Checks and separators", [](gui::Menu& menu) {
+    AddMenuButton(38, "Checks and separators", "One checked, one disabled", [](gui::Menu& menu) {
         for (const char* text : {"Off", "-", "Tape", "Stretch", "Crossfade", "-", "Not now"})
             menu.AddItem(text);
         menu.GetItem(2)->Checked.assign(true);
         menu.GetItem(6)->Enabled.assign(false);
     });
-    AddMenuButton(66, "Submenus", [](gui::Menu& menu) {
+    AddMenuButton(66, "Submenus", "Two levels deep", [](gui::Menu& menu) {
         for (const char* kind : {"XLFO", "Envelope", "MIDI"}) {
             auto submenu = std::make_unique<gui::Menu>(kind);
             for (int i = 1; i <= 4; ++i)
@@ -83,11 +85,11 @@ void MenusPage::AddMenus()
             menu.AddItem(-1, std::move(submenu));
         }
     });
-    AddMenuButton(94, "Icons", [this](gui::Menu& menu) {
+    AddMenuButton(94, "Icons", "In their own size", [this](gui::Menu& menu) {
         for (const char* icon : {"IconSave", "IconAdd", "IconLockOn"})
             menu.AddItem(icon).SetIcon(&parts.styles.Picture(icon));
     });
-    AddMenuButton(122, "A hundred entries", [](gui::Menu& menu) {
+    AddMenuButton(122, "A hundred entries", "It scrolls; type to find", [](gui::Menu& menu) {
         for (int i = 1; i <= 100; ++i)
             menu.AddItem("Preset " + std::to_string(i));
     });

@@ -38,8 +38,8 @@ class Waves : public gui::ICurve {
 public:
     float ValueAt(float x) const override
     {
-        return x > 120.0f ? 20.0f + 70.0f * std::fmod(x, 25.0f) / 25.0f
-                          : 55.0f - 36.0f * std::sin(x * x * 0.0022f);
+        return x > 95.0f ? 20.0f + 70.0f * std::fmod(x, 25.0f) / 25.0f
+                         : 55.0f - 36.0f * std::sin(x * x * 0.0022f);
     }
 };
 
@@ -82,7 +82,8 @@ void PaintingPage::AddGradients()
         AddPainting({left, 34, left + 62, 82}, [direction](Canvas& canvas, const Rect& area) {
             const gui::Gradient gradient(gui::Palette::ink, gui::Palette::glow);
             const float length = gui::IsHorizontal(direction) ? area.right : area.bottom;
-            canvas.FillGradient(gradient, area, direction, 0.0f, length, 255);
+            const bool back = direction == gui::Direction::Left || direction == gui::Direction::Up;
+            canvas.FillGradient(gradient, area, direction, back ? length : 0.0f, back ? 0.0f : length, 255);
         });
         AddText({left + 31, 84}, names[i], Alignment::Centre, 7.0f);
     }
@@ -187,7 +188,7 @@ void PaintingPage::AddPictures()
     for (int i = 0; i < 4; ++i)
         AddPainting(stretched[i], [this, i](Canvas& canvas, const Rect& area) {
             const char* const names[] = {"ButtonXYNormal", "ButtonXYNormal",
-                                         "ParameterValueDisplayBackground", "ButtonBarOn"};
+                                         "ParameterValueDisplayBackground", "ButtonDryNormal"};
             const gui::Bitmap& face = parts.styles.Picture(names[i]);
             const Rect source = Rect::At({}, face.GetLogicalSize());
             if (i == 3)

@@ -134,6 +134,8 @@ void ScrollingPage::AddStrip()
 void ScrollingPage::AddBar()
 {
     AddCard({12, 278, 914, 444}, "A bar whose sections open and close");
+    AddPainting({22, 301, 902, 325},
+                [](Canvas& canvas, const Rect& area) { canvas.FillRect(area, gui::Palette::bar); });
     auto& bar = Add<gui::ControlBar>(parts.ui, this, &parts.animator);
     bar.SetBounds(22, 330, 0, 104);
     bar.Animated.assign(true);
@@ -143,22 +145,22 @@ void ScrollingPage::AddBar()
     const Color colors[] = {gui::Palette::midi, gui::Palette::xlfo, gui::Palette::eg, gui::Palette::xy};
     for (int i = 0; i < 4; ++i) {
         auto& section = Add<gui::Control>(parts.ui, nullptr);
-        section.SetSize({200, 104});
+        section.SetSize({220, 104});
         section.BackgroundColor.assign(colors[i]);
         auto& knob = Add<gui::Knob>(parts.ui, &section, &parts.animator, parts.styles.Knob(KnobLook::Large));
-        knob.SetPosition({68, 24});
+        knob.SetPosition({78, 24});
         auto& name = Add<Caption>(parts.ui, &section, names[i], 8.0f, gui::Palette::white);
         name.Place({10, 6});
         bar.Insert(-1, section);
-        auto& toggle = AddStyled<gui::ToggleButton>({22.0f + 92.0f * static_cast<float>(i), 304},
-                                                    parts.styles.Button(ButtonLook::Generic));
+        auto& toggle = AddStyled<gui::ToggleButton>({30.0f + 92.0f * static_cast<float>(i), 304},
+                                                    parts.styles.Button(ButtonLook::Bar));
         toggle.SetSize({84, 18});
         toggle.SetText(names[i]);
         toggle.Toggles.assign(true);
         toggle.Value.assign(1);
         toggle.OnClick.addHandler(NotifyEvent::handler([&bar, &section, &toggle](void*) {
             if (toggle.On.value())
-                bar.Expand(section, 200.0f);
+                bar.Expand(section, 220.0f);
             else
                 bar.Collapse(section);
         }));

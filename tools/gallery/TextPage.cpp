@@ -57,7 +57,7 @@ void TextPage::AddStyles()
     AddCard({624, 12, 914, 142}, "Styles");
     const char* const names[] = {"Regular", "Bold", "Italic", "Underlined", "All of them"};
     for (int i = 0; i < 5; ++i) {
-        const float top = 32.0f + 21.0f * static_cast<float>(i);
+        const float top = 35.0f + 20.5f * static_cast<float>(i);
         Caption& text = AddSample({634, top}, std::string(names[i]) + ": 12.5 dB, 440 Hz, jpqy", 10.0f);
         text.Font().Bold.assign(i == 1 || i == 4);
         text.Font().Italic.assign(i == 2 || i == 4);
@@ -105,7 +105,7 @@ void TextPage::AddLetters()
         {"Signs", "→ ← ↑ ↓ ♯ ♭ ♪ € © “quotes” – dash — …   none: \xF3\xB0\x80\x80 \xEE\x80\x80"},
     };
     for (int i = 0; i < 5; ++i) {
-        const float top = 344.0f + 19.0f * static_cast<float>(i);
+        const float top = 349.0f + 18.5f * static_cast<float>(i);
         AddText({22, top + 1}, rows[i][0], Alignment::Left, 8.0f);
         AddSample({88, top}, rows[i][1], 9.0f);
         Caption& bold = AddSample({508, top}, rows[i][1], 9.0f);

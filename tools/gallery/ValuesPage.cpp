@@ -92,12 +92,12 @@ void ValuesPage::AddSliders()
         AddText({22, top + 2}, rows[i].name, Alignment::Left, 7.5f);
         PoseSlider({128, top}, rows[i].hand, rows[i].at, rows[i].enabled);
     }
-    AddText({356, 16}, "Up", Alignment::Centre, 7.0f);
-    AddText({416, 16}, "Down, 5 steps", Alignment::Centre, 7.0f);
+    AddText({356, 46}, "Up", Alignment::Centre, 7.0f);
+    AddText({416, 46}, "Down, 5 steps", Alignment::Centre, 7.0f);
     const auto upright = [&](float left, gui::Direction direction) -> gui::Switch& {
-        auto& slider = AddStyled<gui::Switch>({left, 34}, parts.styles.StepSlider());
+        auto& slider = AddStyled<gui::Switch>({left, 64}, parts.styles.StepSlider());
         slider.Direction.assign(direction);
-        slider.SetSize({26, 168});
+        slider.SetSize({26, 102});
         return slider;
     };
     upright(343, gui::Direction::Up).Value.assign(2900);
@@ -113,14 +113,16 @@ void ValuesPage::AddSteps()
                           2300, 1100, 2700, 3900, 2048, 900,  1800, 2500};
     for (int i = 0; i < 16; ++i) {
         auto& step =
-            AddStyled<gui::Switch>({472.0f + 27.0f * static_cast<float>(i), 40}, parts.styles.StepSlider());
+            AddStyled<gui::Switch>({472.0f + 27.0f * static_cast<float>(i), 56}, parts.styles.StepSlider());
         step.Direction.assign(gui::Direction::Up);
-        step.SetSize({27, 154});
+        step.SetSize({27, 102});
         step.DefaultValue.assign(2048);
         step.Value.assign(values[i]);
         step.Highlighted.assign(i == 5);
+        AddText({485.5f + 27.0f * static_cast<float>(i), 162}, std::to_string(i + 1), Alignment::Centre,
+                7.0f);
     }
-    AddText({472, 199}, "Ctrl and a click go to the middle; Shift drags finely", Alignment::Left, 7.0f);
+    AddText({474, 196}, "Ctrl and a click go to the middle; Shift drags finely", Alignment::Left, 7.0f);
 }
 
 void ValuesPage::AddFields()
