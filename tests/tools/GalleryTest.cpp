@@ -81,6 +81,7 @@ TEST(Gallery, PlaysScripts)
 {
     OffscreenGallery gallery(1.0f);
     gui::Bitmap before(gallery.Ui().Backing());
+    gallery.Play(Script("wait 500"));  // what is highlighted has faded in
     gallery.PaintWhole(before);
     struct {
         const char* script;

@@ -100,12 +100,12 @@ void KnobsPage::AddRings()
     for (int i = 0; i < 4; ++i) {
         const Point at{i % 2 == 0 ? 620.0f : 764.0f, i < 2 ? 56.0f : 204.0f};
         AddText({at.x + 62.0f, at.y - 6.0f}, places[i].name, Alignment::Centre, 7.0f);
-        AddPainting(gui::Rect::At(at, whole), [](gui::Canvas& canvas, const gui::Rect& area) {
+        AddPainting(gui::Rect::At(at, whole), [this](gui::Canvas& canvas, const gui::Rect& area) {
             for (int step = 0; step <= 6; ++step) {
                 const Point dot =
                     PointAround(area.Size(), 55.0f + 70.0f * static_cast<float>(step) / 6.0f, 52.0f);
-                canvas.FillRect(gui::Rect::At({std::floor(dot.x) - 1.0f, std::floor(dot.y) - 1.0f}, {2, 2}),
-                                gui::Palette::soft);
+                canvas.DrawBitmapAt(parts.styles.Picture("ButtonHotspotNormal"),
+                                    {std::round(dot.x) - 4.0f, std::round(dot.y) - 4.0f});
             }
         });
         if (i == 0) {

@@ -83,12 +83,12 @@ void ValuesPage::AddSliders()
         slider.Value.assign(value);
         return slider;
     };
-    AddText({22, 36}, "Live, to the right", Alignment::Left, 7.5f);
-    live({128, 34, 308, 52}, gui::Direction::Right, 2900);
-    AddText({22, 64}, "Live, to the left", Alignment::Left, 7.5f);
-    live({128, 62, 308, 80}, gui::Direction::Left, 2900);
+    AddText({22, 44}, "Live, to the right", Alignment::Left, 7.5f);
+    live({128, 42, 308, 60}, gui::Direction::Right, 2900);
+    AddText({22, 70}, "Live, to the left", Alignment::Left, 7.5f);
+    live({128, 68, 308, 86}, gui::Direction::Left, 2900);
     for (int i = 0; i < 4; ++i) {
-        const float top = 90.0f + 28.0f * static_cast<float>(i);
+        const float top = 94.0f + 26.0f * static_cast<float>(i);
         AddText({22, top + 2}, rows[i].name, Alignment::Left, 7.5f);
         PoseSlider({128, top}, rows[i].hand, rows[i].at, rows[i].enabled);
     }
