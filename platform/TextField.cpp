@@ -133,9 +133,10 @@ void TextField::PaintContent(Canvas& canvas)
             {Origin() + WidthTo(first), padding, Origin() + WidthTo(last), client.bottom - padding},
             DialogStyle::highlight);
     if (model.Length() > 0) {
+        const float x = Origin();  // measures with the same text object
         measure->CopyFrom(font, ShownBetween(0, model.Length()));
         const float y = (GetHeight() - measure->GetHeight()) * 0.5f + measure->GetBaselineShift();
-        canvas.DrawBitmapAt(measure->GetBitmap(), {Origin(), y});
+        canvas.DrawBitmapAt(measure->GetBitmap(), {x, y});
     }
     if (shown)
         DrawPart(canvas, first, last, DialogStyle::highlightedText);
@@ -148,14 +149,14 @@ void TextField::PaintContent(Canvas& canvas)
 // Clipped out of the whole, so that letters keep their places.
 void TextField::DrawPart(Canvas& canvas, int first, int last, Color color) const
 {
-    const float left = Origin() + WidthTo(first), right = Origin() + WidthTo(last);
+    const float origin = Origin(), left = origin + WidthTo(first), right = origin + WidthTo(last);
     measure->CopyFrom(font, ShownBetween(0, model.Length()));
     measure->Color.assign(color);
     const float y = (GetHeight() - measure->GetHeight()) * 0.5f + measure->GetBaselineShift();
     const Canvas::State before = canvas.Save();
     canvas.Clip.assign(canvas.Clip.value().Intersected({left, 0.0f, right, GetHeight()}));
     canvas.FillRect({left, padding, right, GetHeight() - padding}, DialogStyle::highlight);
-    canvas.DrawBitmapAt(measure->GetBitmap(), {Origin(), y});
+    canvas.DrawBitmapAt(measure->GetBitmap(), {origin, y});
     canvas.Restore(before);
 }
 
