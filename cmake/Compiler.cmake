@@ -13,6 +13,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(project_flags INTERFACE -fno-gnu-unique)
 endif()
 
+if(CMAKE_UNITY_BUILD)
+    # Several sources in one: names of one's own meet those of others.
+    target_compile_options(project_flags INTERFACE -Wno-shadow -Wno-subobject-linkage -Wno-maybe-uninitialized)
+endif()
+
 if(SORDELIN_SANITIZE)
     target_compile_options(project_flags INTERFACE
         -fsanitize=${SORDELIN_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)

@@ -3,13 +3,13 @@
 namespace {
 
 // Constant-initialised and trivially destroyed: nothing runs when the module is loaded or unloaded.
-constinit std::mutex processLock;
+constinit std::mutex sharedDataLock;
 constinit int instanceCount = 0;
 constinit SharedPluginData* data = nullptr;
 
 }  // namespace
 
-std::mutex& SharedPluginData::lock() noexcept { return processLock; }
+std::mutex& SharedPluginData::lock() noexcept { return sharedDataLock; }
 
 SharedPluginData& SharedPluginData::join(bool& first)
 {

@@ -117,7 +117,7 @@ std::optional<toml::table> tableOf(const std::string& text)
 
 // Writing.
 
-std::string quoted(std::string_view text)
+std::string quotedValue(std::string_view text)
 {
     std::string result("\"");
     for (const char letter : text) {
@@ -138,7 +138,7 @@ std::string quoted(std::string_view text)
 std::string textOf(std::int32_t number) { return std::to_string(number); }
 
 // What stands behind a 0 would never be read.
-std::string textOf(const std::string& text) { return quoted(text.c_str()); }
+std::string textOf(const std::string& text) { return quotedValue(text.c_str()); }
 
 std::string textOf(const std::vector<std::uint8_t>& bytes)
 {
@@ -155,7 +155,7 @@ std::string textOf(const SettingValue& value)
 
 std::string lineOf(const std::string& key, const SettingValue& value)
 {
-    return quoted(key).append(" = ").append(textOf(value)).append("\n");
+    return quotedValue(key).append(" = ").append(textOf(value)).append("\n");
 }
 
 /// As `lineOf`, with a name that needs no quotes left plain.

@@ -20,13 +20,13 @@ struct PatternScope {
     FcPattern* pattern;
 };
 
-const FcChar8* Text(const char* text) { return reinterpret_cast<const FcChar8*>(text); }
+const FcChar8* FcText(const char* text) { return reinterpret_cast<const FcChar8*>(text); }
 
 bool IsOfFamily(FcPattern* pattern, const std::string& name)
 {
     FcChar8* family = nullptr;
     for (int i = 0; FcPatternGetString(pattern, FC_FAMILY, i, &family) == FcResultMatch; ++i) {
-        if (FcStrCmpIgnoreCase(family, Text(name.c_str())) == 0)
+        if (FcStrCmpIgnoreCase(family, FcText(name.c_str())) == 0)
             return true;
     }
     return false;
@@ -100,7 +100,7 @@ const FontFace* FontLibrary::Match(const std::string& name, char32_t character, 
     const PatternScope wanted(FcPatternCreate());
     if (!config || !wanted.pattern)
         return nullptr;
-    FcPatternAddString(wanted.pattern, FC_FAMILY, Text(name.empty() ? "sans-serif" : name.c_str()));
+    FcPatternAddString(wanted.pattern, FC_FAMILY, FcText(name.empty() ? "sans-serif" : name.c_str()));
     FcPatternAddInteger(wanted.pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
     FcPatternAddBool(wanted.pattern, FC_SCALABLE, FcTrue);
     FcPatternAddBool(wanted.pattern, FC_COLOR, FcFalse);

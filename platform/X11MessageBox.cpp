@@ -11,10 +11,10 @@ namespace gui {
 namespace {
 
 // Logical units.
-constexpr float margin = 16.0f;
+constexpr float boxMargin = 16.0f;
 constexpr float textWidth = 380.0f;
 constexpr float leastWidth = 240.0f;
-constexpr Point buttonSize{84.0f, 26.0f};
+constexpr Point answerSize{84.0f, 26.0f};
 
 }  // namespace
 
@@ -29,7 +29,7 @@ bool X11MessageBox::Show(X11Interface& owner, const std::string& text, int flags
         const DialogText measure(owner, nullptr, text, textWidth);
         needed = measure.GetSize();
     }
-    const Point size{std::max(needed.x + 2.0f * margin, leastWidth), needed.y + buttonSize.y + 3.0f * margin};
+    const Point size{std::max(needed.x + 2.0f * boxMargin, leastWidth), needed.y + answerSize.y + 3.0f * boxMargin};
     X11Dialog dialog(owner, size, asks ? "Confirmation" : "Information");
     if (!dialog.IsOpen())
         return false;
@@ -37,16 +37,16 @@ bool X11MessageBox::Show(X11Interface& owner, const std::string& text, int flags
     X11Interface& ui = dialog.Ui();
     Control& root = ui.Window();
     DialogText message(ui, &root, text, textWidth);
-    message.SetPosition({margin, margin});
+    message.SetPosition({boxMargin, boxMargin});
     DialogButton accept(ui, &root, canAccept ? "OK" : "Cancel", [&] { dialog.End(canAccept); });
     accept.SetDefault(true);
-    float x = size.x - margin - buttonSize.x;
-    const float y = size.y - margin - buttonSize.y;
+    float x = size.x - boxMargin - answerSize.x;
+    const float y = size.y - boxMargin - answerSize.y;
     DialogButton cancel(ui, asks ? &root : nullptr, "Cancel", [&] { dialog.End(false); });
-    cancel.SetBounds(x, y, buttonSize.x, buttonSize.y);
+    cancel.SetBounds(x, y, answerSize.x, answerSize.y);
     if (asks)
-        x -= buttonSize.x + margin * 0.5f;
-    accept.SetBounds(x, y, buttonSize.x, buttonSize.y);
+        x -= answerSize.x + boxMargin * 0.5f;
+    accept.SetBounds(x, y, answerSize.x, answerSize.y);
     dialog.OnKey = [&](const X11Key& key) {
         const bool enter =
             key.symbol == XKB_KEY_Return || key.symbol == XKB_KEY_KP_Enter || key.symbol == XKB_KEY_space;

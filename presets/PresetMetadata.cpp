@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr std::size_t signatureLength = 4;
+constexpr std::size_t magicLength = 4;
 constexpr std::int32_t highestBinaryVersion = 0xFFFF;  // a text has letters in its place
 constexpr std::int32_t mostValues = 10000;
 constexpr const char* unreadable = "Incorrect file permissions or corrupt preset file.";
@@ -24,7 +24,7 @@ constexpr const char* invalid = "Invalid file format.";
 
 /// A preset in the binary form, with its values as they stand in the file.
 struct BinaryPreset {
-    std::array<char, signatureLength> signature{};
+    std::array<char, magicLength> signature{};
     std::int32_t version = 0;
     std::vector<char> values;  // 4 bytes each
     CustomValues customValues;

@@ -2,15 +2,15 @@
 
 namespace {
 
-constexpr std::string_view blanks = " \t\r";  // a "\r" is left of the line end of another system
+constexpr std::string_view lineBlanks = " \t\r";  // a "\r" is left of the line end of another system
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view trimmed(std::string_view text)
 {
-    const auto first = text.find_first_not_of(blanks);
+    const auto first = text.find_first_not_of(lineBlanks);
     if (first == std::string_view::npos)
         return {};
-    return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
+    return text.substr(first, text.find_last_not_of(lineBlanks) + 1 - first);
 }
 
 /// What an escape stands for, 0 if it is none.

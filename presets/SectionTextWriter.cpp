@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr std::string_view blanks = " \t";
+constexpr std::string_view keyBlanks = " \t";
 
 bool beginsOrEndsIn(std::string_view text, std::string_view characters)
 {
@@ -18,12 +18,12 @@ bool canBeSection(std::string_view name) { return name.find_first_of("]\r\n") ==
 bool canBeKey(std::string_view key)
 {
     return !key.empty() && key.find_first_of("=\r\n") == std::string_view::npos && key.front() != '[' &&
-           key.front() != ';' && !beginsOrEndsIn(key, blanks);
+           key.front() != ';' && !beginsOrEndsIn(key, keyBlanks);
 }
 
 bool needsQuotes(std::string_view value)
 {
-    return beginsOrEndsIn(value, blanks) || value.find_first_of("\n\r\"\\") != std::string_view::npos;
+    return beginsOrEndsIn(value, keyBlanks) || value.find_first_of("\n\r\"\\") != std::string_view::npos;
 }
 
 std::string quoted(std::string_view value)

@@ -44,14 +44,14 @@ Pose::Maker KnobsPage::PosedKnob(KnobLook look, bool enabled)
     };
 }
 
-constexpr float columns[] = {142.0f, 222.0f, 302.0f, 382.0f, 462.0f, 542.0f};
+constexpr float knobColumns[] = {142.0f, 222.0f, 302.0f, 382.0f, 462.0f, 542.0f};
 
 void KnobsPage::AddStyles()
 {
     AddCard({12, 12, 596, 338}, "Knobs", gui::Palette::display);
     const char* const heads[] = {"Live", "Mouse over", "On the pointer", "Dragged", "Turned", "Disabled"};
     for (int i = 0; i < 6; ++i)
-        AddText({columns[i], 34}, heads[i], Alignment::Centre, 7.0f);
+        AddText({knobColumns[i], 34}, heads[i], Alignment::Centre, 7.0f);
     AddStyleRow(KnobLook::Normal, "Normal", 80.0f);
     AddStyleRow(KnobLook::Large, "Large", 152.0f);
     AddStyleRow(KnobLook::Outer, "Outer", 228.0f);
@@ -66,7 +66,7 @@ void KnobsPage::AddStyleRow(KnobLook look, const char* name, float middle)
     const Point onBody = PointAround(whole, 210.0f, whole.x * 0.2f);
     const Point onPointer = PointAround(whole, 30.0f, wide ? 22.0f : 13.0f);
     const auto corner = [&](int column) {
-        return Point{columns[column] - whole.x * 0.5f, middle - whole.y * 0.5f};
+        return Point{knobColumns[column] - whole.x * 0.5f, middle - whole.y * 0.5f};
     };
     AddText({22, middle - 6}, name, Alignment::Left, 8.0f, gui::Palette::ink);
     if (look == KnobLook::Inner) {
