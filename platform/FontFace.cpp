@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include FT_PARAMETER_TAGS_H
+#include FT_TRUETYPE_TABLES_H
 
 namespace gui {
 
@@ -63,6 +64,14 @@ void FontFace::DarkenStems()
     FT_Bool on = 1;
     FT_Parameter darkening{FT_PARAM_TAG_STEM_DARKENING, &on};
     FT_Face_Properties(drawn.get(), 1, &darkening);
+}
+
+float FontFace::CapHeight() const
+{
+    constexpr unsigned knowsCapitals = 2;  // the table's version that has the figure
+    const auto* metrics = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(drawn.get(), FT_SFNT_OS2));
+    const bool known = metrics && metrics->version >= knowsCapitals && metrics->sCapHeight > 0;
+    return known ? Ems(metrics->sCapHeight) : 0.75f * Ascent();
 }
 
 bool FontFace::HasGlyph(char32_t character) const { return FT_Get_Char_Index(drawn.get(), character) != 0; }

@@ -25,6 +25,8 @@ public:
     bool HasGlyph(char32_t character) const;
     float Ascent() const { return Ems(drawn->ascender); }
     float Descent() const { return -Ems(drawn->descender); }
+    /// The height of capitals without a foot or a head, as of "H".
+    float CapHeight() const;
     float UnderlineDepth() const { return -Ems(drawn->underline_position); }  // of its middle
     float UnderlineThickness() const { return Ems(drawn->underline_thickness); }
     float Ems(int fontUnits) const { return static_cast<float>(fontUnits) / static_cast<float>(unitsPerEm); }

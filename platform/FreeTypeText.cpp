@@ -71,10 +71,12 @@ float FreeTypeText::GetHeight()
 
 float FreeTypeText::GetBaselineShift()
 {
-    const float scale = backing.Scale();
-    if (scale > 1.2f)
-        return -2.0f / scale;
-    return Size.value() < 8.0f ? 0.0f : -1.0f / scale;
+    if (cacheState == CacheState::Stale)
+        Measure();
+    // From the middle of the capitals to the middle of the box.
+    const float capitals = static_cast<float>(ascent) - 0.5f * capHeight;
+    const float box = 0.5f * static_cast<float>(lineHeight);
+    return static_cast<float>(Rounded(box - capitals)) / backing.Scale();
 }
 
 void FreeTypeText::Measure()
@@ -97,6 +99,7 @@ void FreeTypeText::Measure()
         width = std::min(width, limit);
     ascent = Rounded(face.Ascent() * pixels);
     lineHeight = ascent + Rounded(face.Descent() * pixels);
+    capHeight = face.CapHeight() * pixels;
     cacheState = CacheState::Measured;
 }
 

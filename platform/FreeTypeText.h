@@ -33,6 +33,7 @@ private:
     int width = 0;
     int ascent = 0;
     int lineHeight = 0;
+    float capHeight = 0.0f;  // device pixels
 };
 
 }  // namespace gui

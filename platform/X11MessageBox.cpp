@@ -29,7 +29,8 @@ bool X11MessageBox::Show(X11Interface& owner, const std::string& text, int flags
         const DialogText measure(owner, nullptr, text, textWidth);
         needed = measure.GetSize();
     }
-    const Point size{std::max(needed.x + 2.0f * boxMargin, leastWidth), needed.y + answerSize.y + 3.0f * boxMargin};
+    const Point size{std::max(needed.x + 2.0f * boxMargin, leastWidth),
+                     needed.y + answerSize.y + 3.0f * boxMargin};
     X11Dialog dialog(owner, size, asks ? "Confirmation" : "Information");
     if (!dialog.IsOpen())
         return false;

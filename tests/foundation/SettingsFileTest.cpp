@@ -125,12 +125,14 @@ TEST_F(SettingsFileTest, GivesUpOnAWriterThatNeverEnds)
 
 TEST_F(SettingsFileTest, LosesNothingBetweenProcessesAndThreads)
 {
+    // Three writers without a pause: on a busy machine one may wait for its turn for long.
+    SettingsFile patient(folder / "Maker/Product/2.0.toml", 60000);
     const pid_t child = fork();
     if (child == 0)
-        _exit(writeMany(file, "Child", 1000) ? 0 : 1);
+        _exit(writeMany(patient, "Child", 1000) ? 0 : 1);
     bool threadKept = false;
-    std::thread thread([&] { threadKept = writeMany(file, "Thread", 500); });
-    EXPECT_TRUE(writeMany(file, "Parent", 1000));
+    std::thread thread([&] { threadKept = writeMany(patient, "Thread", 500); });
+    EXPECT_TRUE(writeMany(patient, "Parent", 1000));
     thread.join();
     EXPECT_TRUE(threadKept);
     int status = 1;

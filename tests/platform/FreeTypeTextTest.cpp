@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace gui {
@@ -94,17 +95,31 @@ TEST_F(TextTest, MaxWidthLimitsOnlyWithAStyle)
     EXPECT_EQ(text.GetBitmap().GetSize().y, 3 * height);
 }
 
-TEST_F(TextTest, BaselinesShiftByScaleAndSize)
+TEST_F(TextTest, CapitalsStandInTheMiddleOnceShifted)
 {
-    struct Row {
-        int level;
-        float size, shift;
-    };
-    for (const auto& [level, size, shift] : {Row{0, 7.9f, 0.0f}, Row{0, 8.0f, -1.0f}, Row{1, 7.0f, -1.6f},
-                                             Row{4, 8.0f, -1.0f}, Row{7, 20.0f, -2.0f / 3}}) {
-        backing.SetLevel(level);
-        text.Size.assign(size);
-        EXPECT_FLOAT_EQ(text.GetBaselineShift(), shift);
+    text.String.assign("H");
+    for (const int level : {0, 1, 4, 7}) {
+        for (const float size : {7.0f, 8.0f, 13.0f, 20.0f}) {
+            backing.SetLevel(level);
+            text.Size.assign(size);
+            const Bitmap& picture = text.GetBitmap();
+            const auto [columns, rows] = picture.GetSize();
+            const auto isInk = [&](int row) {
+                const std::uint32_t* first = picture.GetPixels() + row * columns;
+                // More than half covered: the fourth byte is 255 less the alpha.
+                return std::any_of(first, first + columns,
+                                   [](std::uint32_t pixel) { return pixel >> 24 < 128; });
+            };
+            int above = 0;
+            while (above < rows && !isInk(above))
+                ++above;
+            int below = 0;
+            while (below < rows && !isInk(rows - 1 - below))
+                ++below;
+            const float shift = text.GetBaselineShift() * backing.Scale();
+            EXPECT_NEAR(static_cast<float>(above) + shift, static_cast<float>(below) - shift, 2.0f)
+                << "level " << level << ", " << size << " points";
+        }
     }
 }
 
