@@ -1,12 +1,14 @@
 #include "gui/ScrollBar.h"
 
+#include "gui/Palette.h"
+
 namespace gui {
 
 namespace {
 
-constexpr Color gutterColor = Color::Black().WithAlpha(40);
-constexpr Color barColor = Color::Black().WithAlpha(110);
-constexpr Color litBarColor = Color::Black().WithAlpha(160);
+constexpr Color gutterColor = Palette::ink.WithAlpha(40);
+constexpr Color barColor = Palette::ink.WithAlpha(110);
+constexpr Color litBarColor = Palette::ink.WithAlpha(160);
 
 }  // namespace
 

@@ -19,7 +19,7 @@ constexpr int blinkMs = 530;
 Color backgroundFor(Color text)
 {
     const int lightness = (text.r * 2 + text.g * 5 + text.b) / 8;
-    return lightness < 128 ? DialogStyle::field : Color::Rgb(0x202020);
+    return lightness < 128 ? DialogStyle::field : DialogStyle::text;
 }
 
 }  // namespace
