@@ -107,6 +107,7 @@ void GenericPluginProcessor::writeDisplayData(BinaryDataWriter& writer)
 void GenericPluginProcessor::process(const float* const* inputs, int inputCount, float* const* outputs,
                                      int outputCount, int frames, unsigned& status) noexcept
 {
+    environment.beginWork();
     countUnwatched(frames);
     samplesSinceTransport += frames;
     lastController = -1;
@@ -142,6 +143,7 @@ void GenericPluginProcessor::process(const float* const* inputs, int inputCount,
         decodeMidi(message);
     if (received && adapter)
         adapter->controllerActivity(lastController);
+    environment.endWork();
 }
 
 void GenericPluginProcessor::setInputs(const float* const* inputs, int inputCount, int frames) noexcept

@@ -3,7 +3,7 @@
 namespace wave {
 
 DelayFilterBase::DelayFilterBase(Environment& owner, int longestDelay)
-    : FilterBase(owner), delay(owner, longestDelay)
+    : FilterBase(owner, OwnBlock::Passing), delay(owner, longestDelay)
 {}
 
 void DelayFilterBase::generate(Block* block, int count, int flags) noexcept

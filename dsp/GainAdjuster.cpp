@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-GainAdjuster::GainAdjuster(wave::Environment& owner) : Filter(owner), gain(owner, 1.0f)
+GainAdjuster::GainAdjuster(wave::Environment& owner) : Filter(owner, OwnBlock::Passing), gain(owner, 1.0f)
 {
     gain.setRange(-1.0f, 1.0f, 2.0f);
     registerForReset();

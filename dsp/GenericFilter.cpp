@@ -6,7 +6,7 @@
 #include <algorithm>
 
 GenericFilter::GenericFilter(wave::Environment& owner)
-    : Filter(owner),
+    : Filter(owner, OwnBlock::Passing),
       autoMute(false, this),
       frequency(owner, 20.0f),
       gain(owner, 1.0f),

@@ -8,8 +8,16 @@ ParallelFilterUnit::ParallelFilterUnit(wave::Environment& owner) : FilterUnit(ow
 {
     filters.reserve(lanes);
     laneInputs.fill(&owner.silentBlock());
-    for (auto& output : laneOutputs)
+    for (auto& output : laneOutputs) {
         output = std::make_unique<wave::Block>(owner);
+        owner.shareMemory(*output);
+    }
+}
+
+ParallelFilterUnit::~ParallelFilterUnit()
+{
+    for (const auto& output : laneOutputs)
+        environment().withdraw(*output);
 }
 
 void ParallelFilterUnit::attach(GenericFilter& filter) noexcept { filters.push_back(&filter); }

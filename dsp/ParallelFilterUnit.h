@@ -15,6 +15,7 @@ public:
     static constexpr int lanes = 4;
 
     explicit ParallelFilterUnit(wave::Environment& owner);
+    ~ParallelFilterUnit() override;
 
     /// The order of attachment is the order of the lanes. Allocates nothing.
     void attach(GenericFilter& filter) noexcept REALTIME;

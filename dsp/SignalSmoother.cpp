@@ -13,7 +13,10 @@ constexpr double settledDistance = 0.0001;
 }  // namespace
 
 SignalSmoother::SignalSmoother(wave::Environment& owner)
-    : Filter(owner), frequency(5.0f, this), method(SmoothMethod::Copy, this), startFromInput(false, this)
+    : Filter(owner, OwnBlock::Passing),
+      frequency(5.0f, this),
+      method(SmoothMethod::Copy, this),
+      startFromInput(false, this)
 {
     registerForReset();
     reset();

@@ -16,7 +16,11 @@ StateVariableFilter::StateVariableFilter(wave::Environment& owner, const StateVa
       clipTable(&ownClipTable.table()),
       segments(static_cast<std::size_t>(owner.maxBlockSize()), Coefficients{}),
       interleaved(lanes * owner.maxBlockSize())
-{}
+{
+    owner.shareMemory(interleaved);
+}
+
+StateVariableFilter::~StateVariableFilter() { environment().withdraw(interleaved); }
 
 void StateVariableFilter::clearLane(int lane) noexcept
 {

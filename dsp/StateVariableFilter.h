@@ -22,6 +22,8 @@ public:
     /// @param sharedTables  outlives the filter
     StateVariableFilter(wave::Environment& owner, const StateVariableTables& sharedTables);
 
+    ~StateVariableFilter() override;
+
     /// Runs on another build of the loop than the best one.
     void useKernel(const StateVariableKernel& newKernel) noexcept REALTIME { kernel = &newKernel; }
 

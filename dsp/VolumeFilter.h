@@ -7,7 +7,7 @@
 /// Thread: audio.
 class VolumeFilter : public wave::Filter {
 public:
-    explicit VolumeFilter(wave::Environment& owner) : Filter(owner), level(owner, 1.0f) {}
+    explicit VolumeFilter(wave::Environment& owner) : Filter(owner, OwnBlock::Passing), level(owner, 1.0f) {}
 
     FloatParameterBus level;                         // linear gain
     wave::Producer* multiplier = nullptr;            // a second gain signal

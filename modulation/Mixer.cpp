@@ -79,7 +79,7 @@ Mixer::MixerInput::MixerInput(wave::Environment& owner, float gainLower, float g
 }
 
 Mixer::Mixer(wave::Environment& owner, int inputCount, Operation mixOperation)
-    : Source(owner), operation(mixOperation)
+    : Source(owner, OwnBlock::Passing), operation(mixOperation)
 {
     setInputCount(inputCount);
 }

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-Router::Router(wave::Environment& owner, int inputCount) : Source(owner), index(0, this), fadeMs(20.0f, this)
+Router::Router(wave::Environment& owner, int inputCount)
+    : Source(owner, OwnBlock::Passing), index(0, this), fadeMs(20.0f, this)
 {
     for (int i = 0; i < inputCount; ++i)
         inputs.push_back(std::make_unique<RouterInput>(owner, i == 0 ? 1.0f : 0.0f));

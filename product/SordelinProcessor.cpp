@@ -60,6 +60,11 @@ SordelinProcessor::SordelinProcessor()
     midSideEncoder.conversion.assign(MidSideConverter::Conversion::Encode);
     midSideDecoder.conversion.assign(MidSideConverter::Conversion::Decode);
     buildChannels();
+    wave::MemoryTrail& trail = environment.memoryTrail();
+    for (const SordelinChannel* made : sordelinChannels)
+        trail.addRange(made, sizeof(SordelinChannel));
+    trail.addRange(&filterTargets, sizeof(filterTargets));
+    trail.addRange(&sharedFilters, sizeof(sharedFilters));
     connectChannels();
     bindParameters();
     // What the tree holds is what the graph plays from the first sample.

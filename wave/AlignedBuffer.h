@@ -3,6 +3,7 @@
 #include "foundation/Realtime.h"
 
 #include <cstddef>
+#include <utility>
 
 namespace wave {
 
@@ -22,6 +23,10 @@ public:
     /// Keeps the leading samples, and zeroes what is new. A length below 1 frees the memory. If there is none
     /// left, `data()` is null and `size()` 0. Thread: not audio.
     void resize(int newLength);
+
+    /// Exchanges the memory for another of the same length, alignment and padding, and returns the one so
+    /// far. It has to be back before the length changes or the buffer goes.
+    float* exchange(float* memory) noexcept REALTIME { return std::exchange(samples, memory); }
 
     float* data() noexcept REALTIME { return samples; }
     const float* data() const noexcept REALTIME { return samples; }

@@ -2,6 +2,7 @@
 
 #include "foundation/Tolerance.h"
 #include "wave/Producer.h"
+#include "wave/WorkingMemory.h"
 
 #include <algorithm>
 
@@ -59,6 +60,64 @@ void Environment::setSampleRate(float newRate)
     sampleRateChanged.fire(this);
 }
 
+void Environment::shareMemory(AlignedBuffer& buffer)
+{
+    constexpr int lineLength = static_cast<int>(AlignedBuffer::alignment / sizeof(float));
+    const int length = (buffer.size() + lineLength - 1) / lineLength * lineLength;
+    if (sharedLength + length > WorkingMemory::length)
+        return;
+    sharedBuffers.push_back({&buffer, buffer.data(), sharedLength});
+    sharedLength += length;
+    if (workingMemory)
+        buffer.exchange(workingMemory + sharedBuffers.back().offset);
+}
+
+void Environment::withdraw(const AlignedBuffer& buffer) noexcept
+{
+    const auto place = std::find_if(sharedBuffers.begin(), sharedBuffers.end(),
+                                    [&](const SharedBuffer& s) { return s.buffer == &buffer; });
+    if (place == sharedBuffers.end())
+        return;
+    place->buffer->exchange(place->own);
+    sharedBuffers.erase(place);
+}
+
+void Environment::beginWork() noexcept
+{
+    bool isWarm = false;
+    float* const lent = WorkingMemory::lend(this, isWarm);
+    working = lent != nullptr;
+    if (!isWarm)
+        trail.fetch();
+    if (lent != workingMemory)
+        placeShared(lent);
+}
+
+void Environment::endWork() noexcept
+{
+    // The buffers stay where they are: most often the next call finds the same memory.
+    if (working)
+        WorkingMemory::takeBack(workingMemory);
+    working = false;
+    if (trail.isDue())
+        noteTrail();
+}
+
+void Environment::noteTrail() noexcept
+{
+    for (const Producer* component : components) {
+        if (component->isComputed())
+            component->noteOn(trail);
+    }
+}
+
+void Environment::placeShared(float* memory) noexcept
+{
+    for (const SharedBuffer& shared : sharedBuffers)
+        shared.buffer->exchange(memory ? memory + shared.offset : shared.own);
+    workingMemory = memory;
+}
+
 bool Environment::isIdle() const noexcept
 {
     return std::all_of(resettables.begin(), resettables.end(),
@@ -83,25 +142,26 @@ void Environment::setDisplayActive(bool active) noexcept
 void Environment::markDestroying() noexcept
 {
     destroying = true;
+    placeShared(nullptr);
     for (const Child& child : children)
         child.environment->markDestroying();
 }
 
-void Environment::componentAdded()
+void Environment::componentAdded(Producer& component)
 {
     // Room for all of them, so that enabling a component on the audio thread never allocates.
-    ++componentCount;
-    if (schedule.capacity() < componentCount) {
-        schedule.reserve(2 * componentCount);
-        resettables.reserve(2 * componentCount);
+    components.push_back(&component);
+    if (schedule.capacity() < components.size()) {
+        schedule.reserve(2 * components.size());
+        resettables.reserve(2 * components.size());
     }
 }
 
 void Environment::componentRemoved(Producer& component) noexcept
 {
-    --componentCount;
     if (destroying)
         return;
+    std::erase(components, &component);
     if (component.scheduled && component.enabled)
         removeScheduled(component);
     std::erase(resettables, &component);

@@ -3,6 +3,7 @@
 #include "foundation/NotifyEvent.h"
 #include "foundation/Realtime.h"
 #include "wave/Block.h"
+#include "wave/MemoryTrail.h"
 
 #include <array>
 #include <cstdint>
@@ -59,6 +60,17 @@ public:
     void reset(Reset kind) noexcept REALTIME;
     /// Components hear of a new rate as a reset. The present rate does nothing. Thread: main, engine at rest.
     void setSampleRate(float newRate);
+    /// What `buffer` holds is needed only until the sub-block ends: between `beginWork` and `endWork` it lies
+    /// in memory that the environments of a thread share. Until `withdraw`, or until the engine goes. Thread:
+    /// main.
+    void shareMemory(AlignedBuffer& buffer);
+    void withdraw(const AlignedBuffer& buffer) noexcept;
+    /// Around the sub-blocks of one call. An engine that never begins keeps every buffer in its own memory.
+    void beginWork() noexcept REALTIME;
+    void endWork() noexcept REALTIME;
+    /// Where the components lie; fetched by `beginWork` when another environment has played meanwhile.
+    MemoryTrail& memoryTrail() noexcept REALTIME { return trail; }
+
     /// True if no component with state has a tail to play.
     bool isIdle() const noexcept REALTIME;
 
@@ -81,7 +93,16 @@ private:
         int rateFactor;
     };
 
-    void componentAdded();
+    /// A buffer that lies in working memory while there is some.
+    struct SharedBuffer {
+        AlignedBuffer* buffer;
+        float* own;
+        int offset;  // in the working memory, in samples
+    };
+
+    void placeShared(float* memory) noexcept REALTIME;
+    void noteTrail() noexcept REALTIME;
+    void componentAdded(Producer& component);
     void componentRemoved(Producer& component) noexcept;
     void insertScheduled(Producer& component, int order);
     void removeScheduled(Producer& component) noexcept REALTIME;
@@ -90,7 +111,7 @@ private:
     int leadCount = 0;  // entries of order 0, all at the front
     bool destroying = false;
     bool displayActive = false;
-    std::size_t componentCount = 0;
+    std::vector<Producer*> components;  // all of them
     std::uint64_t lastSoftReset = 0;
     std::vector<Producer*> resettables;
     std::uint64_t lastHardReset = 0;
@@ -99,6 +120,11 @@ private:
     std::vector<Child> children;
     std::array<std::unique_ptr<Block>, 2> scratchBlocks;
     std::uint32_t generation = 0;
+    std::vector<SharedBuffer> sharedBuffers;
+    MemoryTrail trail;
+    int sharedLength = 0;            // samples of working memory that they take
+    float* workingMemory = nullptr;  // where they lie; null while they lie in their own
+    bool working = false;            // `workingMemory` is lent at present
     ConstValueBlock silence;
     ConstValueBlock unity;
 };

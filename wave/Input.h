@@ -7,7 +7,7 @@ namespace wave {
 /// The engine's side of a channel that comes from outside.
 class Input : public Producer {
 public:
-    using Producer::Producer;
+    explicit Input(Environment& owner) : Producer(owner, OwnBlock::Passing) {}
 
     /// Sets the samples that lie ahead of the present clock, valid until the next call. `samples` may be
     /// null: silence.

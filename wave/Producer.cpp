@@ -4,13 +4,20 @@ namespace wave {
 
 Producer::Producer(Environment& owner, OwnBlock ownBlockKind)
     : env(owner),
-      own(ownBlockKind == OwnBlock::Make ? std::make_unique<Block>(owner) : nullptr),
+      own(ownBlockKind == OwnBlock::None ? nullptr : std::make_unique<Block>(owner)),
       current(&owner.silentBlock())
 {
-    env.componentAdded();
+    env.componentAdded(*this);
+    if (ownBlockKind == OwnBlock::Passing)
+        env.shareMemory(*own);
 }
 
-Producer::~Producer() { env.componentRemoved(*this); }
+Producer::~Producer()
+{
+    if (own)
+        env.withdraw(*own);
+    env.componentRemoved(*this);
+}
 
 float Producer::currentValue() noexcept { return current ? (*current)[0] : 0.0f; }
 
@@ -45,6 +52,16 @@ void Producer::runAlways(int newOrder)
         env.insertScheduled(*this, newOrder);
     order = newOrder;
     scheduled = true;
+}
+
+void Producer::noteOn(MemoryTrail& trail) const noexcept
+{
+    constexpr std::size_t nearMembers = 192;  // bytes; those of most components
+    trail.note(this, nearMembers);
+    if (own)
+        trail.note(own.get(), sizeof(Block));
+    trail.note(current, sizeof(Block));
+    trail.note(current->data(), sizeof(float));
 }
 
 void Producer::runScheduled(int count) noexcept

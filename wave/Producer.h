@@ -19,9 +19,12 @@ public:
 /// sub-block, however many read it. All pulls of one sub-block ask for the same count.
 class Producer : public Component {
 public:
-    enum class OwnBlock { Make, None };
+    enum class OwnBlock {
+        Make,
+        Passing,  // nobody looks at it after the sub-block: it may lie in working memory
+        None,     // only ever shows blocks of others
+    };
 
-    /// @param ownBlockKind  None for a component that only ever shows blocks of others
     explicit Producer(Environment& owner, OwnBlock ownBlockKind = OwnBlock::Make);
     ~Producer() override;
 
@@ -78,6 +81,7 @@ private:
         generate(own.get(), count, flags);
         generation = env.generationNumber();
     }
+    void noteOn(MemoryTrail& trail) const noexcept REALTIME;
     void runScheduled(int count) noexcept REALTIME;
 
     Environment& env;

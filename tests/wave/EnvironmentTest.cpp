@@ -160,3 +160,29 @@ TEST(Environment, TellsOfANewSampleRateOnceAndOfTheSameOneNever)
     EXPECT_EQ(source.resets, 1);
     EXPECT_EQ(fired, 1);
 }
+
+TEST(Environment, SharesWorkingMemoryWithThoseThatPlayInTurnOnly)
+{
+    wave::Environment first;
+    wave::Environment second;
+    wave::AlignedBuffer ofFirst(128);
+    wave::AlignedBuffer ofSecond(128);
+    float* const own = ofFirst.data();
+    first.shareMemory(ofFirst);
+    second.shareMemory(ofSecond);
+
+    first.beginWork();
+    const float* const lent = ofFirst.data();
+    second.beginWork();  // while the first one works
+    EXPECT_NE(ofSecond.data(), lent);
+    second.endWork();
+    first.endWork();
+    second.beginWork();  // in turn
+    EXPECT_EQ(ofSecond.data(), lent);
+    second.endWork();
+
+    first.withdraw(ofFirst);
+    EXPECT_EQ(ofFirst.data(), own);
+    second.markDestroying();
+    EXPECT_NE(ofSecond.data(), lent);
+}
