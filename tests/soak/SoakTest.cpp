@@ -130,7 +130,7 @@ TEST(Soak, StaysInItsBoundsAndInItsMemory)
     const double seconds = secondsToRun(quickSeconds);
     Endurance endurance(seed, [](const std::string&) { return true; });
     constexpr int parts = 16;
-    long residentBefore = 0, allocatedBefore = 0;
+    [[maybe_unused]] long residentBefore = 0, allocatedBefore = 0;
     for (int part = 1; part <= parts && !HasFailure(); ++part) {
         endurance.play(seconds / parts);
         std::printf("%3d %%, %.0f s of sound, loudest %+.1f dB, %ld kB\n", part * 100 / parts,
