@@ -112,13 +112,7 @@ void Button::MouseLeft()
 
 void Button::MouseDown(int pressedButton, Point point, int inputFlags)
 {
-    const ComponentGuard guard(*this);
-    RolloverValueControl::MouseDown(pressedButton, point, inputFlags);
-    if (!guard.IsAlive() || pressedButton != MouseButton::left || !IsInGesture())
-        return;
-    if (inputFlags & InputFlags::doubleClick && DoubleClickEnabled.value())
-        return;
-    if (IsInside(point))
+    if (TakePress(pressedButton, point, inputFlags) && IsInside(point))
         Press(point, inputFlags);
 }
 

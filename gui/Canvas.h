@@ -24,7 +24,6 @@ public:
 
     State Save() const { return {Clip.value(), Alpha.value(), Origin.value()}; }
     void Restore(const State& state);
-    void SetTarget(ICanvas& canvasTarget) { target = &canvasTarget; }
 
     void DrawBitmap(const IBitmap& bitmap, const Rect& destination, Point source, int alpha) override;
     void DrawMaskedBitmap(const IBitmap& bitmap, const Rect& destination, Point source, const IBitmap& mask,

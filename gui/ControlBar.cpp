@@ -15,12 +15,6 @@ bool ControlBar::HasItem(const Control& control) const
     return std::find(items.begin(), items.end(), &control) != items.end();
 }
 
-Control* ControlBar::NextOf(const Control& control) const
-{
-    const auto place = std::find(items.begin(), items.end(), &control);
-    return place == items.end() || place + 1 == items.end() ? nullptr : place[1];
-}
-
 float ControlBar::LengthOf(const Control& control) const
 {
     return Orientation.value() == gui::Orientation::Vertical ? control.GetHeight() : control.GetWidth();

@@ -33,8 +33,6 @@ public:
     void Relayout(const Control* first = nullptr);
 
     const std::vector<Control*>& Items() const { return items; }
-    /// The control behind it in the row, or null.
-    Control* NextOf(const Control& control) const;
     float LengthOf(const Control& control) const;
     void SetLength(Control& control, float length);
 

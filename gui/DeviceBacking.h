@@ -32,7 +32,6 @@ public:
 
     /// The level of the monitor, 0..7. Listeners hear of it if the scale in force changes.
     void SetLevel(int level);
-    int NativeLevel() const noexcept { return nativeLevel; }
     void SetFullScreen(bool on);
     /// -1 for none: full screen then takes the native level.
     void SetDefaultFullScreenLevel(int level);

@@ -47,7 +47,6 @@ public:
     bool IsActive() const { return activeFlag; }
     int HoverIndex() const { return hoverIndex; }
     Control* Source() const { return source; }  // null when it is gone
-    DragObject* Object() const { return object.get(); }
 
     void MouseMoved(Point point, int inputFlags) override;
     void MouseUp(int releasedButton, Point point, int inputFlags) override;

@@ -12,7 +12,6 @@ public:
                        const Style* initialStyle = nullptr);
 
     Property<gui::Orientation> Orientation{gui::Orientation::Vertical, this};  // of the drag
-    DragTracker& Tracker() { return tracker; }
 
     void MouseDown(int pressedButton, Point point, int inputFlags) override;
     void MouseMoved(Point point, int inputFlags) override;
@@ -25,7 +24,6 @@ protected:
     /// True if the drag was given to someone else instead.
     virtual bool HandsDragOver(Point, int) { return false; }
     void UpdateText() { SetText(FormatValue()); }
-    bool IsDragging() const { return dragging; }
 
     Point pressPosition;    // own coordinates
     bool madeStep = false;  // the drag moved the value

@@ -129,12 +129,9 @@ float Knob::Along(Point point) const
 
 void Knob::MouseDown(int pressedButton, Point point, int inputFlags)
 {
+    if (!TakePress(pressedButton, point, inputFlags))
+        return;
     const ComponentGuard guard(*this);
-    RolloverValueControl::MouseDown(pressedButton, point, inputFlags);
-    if (!guard.IsAlive() || pressedButton != MouseButton::left || !IsInGesture())
-        return;
-    if (inputFlags & InputFlags::doubleClick && DoubleClickEnabled.value())
-        return;
     UpdateGroupMode(inputFlags);
     ResetOnRequest(inputFlags);
     if (guard.IsAlive())
@@ -208,11 +205,8 @@ void Knob::MouseUp(int releasedButton, Point point, int inputFlags)
         IsInGesture() && clickState == ClickState::Left && clientRect.Contains(point) &&
         GetAlphaAt(point) > 0)
         JumpTo(ValueOfAngle(AngleOfPoint(point)));
-    if (guard.IsAlive())
-        RolloverValueControl::MouseUp(releasedButton, point, inputFlags);
-    if (!guard.IsAlive() || releasedButton != MouseButton::left)
+    if (!guard.IsAlive() || !TakeRelease(releasedButton, point, inputFlags))
         return;
-    UpdateGroupMode(0);
     dragMode = DragMode::None;
     Invalidate();
 }

@@ -31,7 +31,6 @@ public:
     float AngleOfPoint(Point point) const;
     /// The value whose angle is nearest.
     int ValueOfAngle(float angle) const;
-    const Style& GetStyle() const { return style; }
 
     int GetAlphaAt(Point point) const override;
     void MouseEntered() override;

@@ -24,7 +24,7 @@ public:
     std::unique_ptr<Timer> CreateTimer() override;
     std::uintptr_t GetPlatformWindow() const override { return 0; }
     RootControl& GetRootControl() override { return *root; }
-    bool IsActive() const override { return active; }
+    bool IsActive() const override { return true; }
 
     /// Lets time go by in steps of a millisecond: timers fire in the order in which they are due, and the
     /// interface ticks each 10 ms. The interface may be gone when it returns.
@@ -38,7 +38,6 @@ public:
     const Bitmap& Picture() const { return picture; }
 
     // What a window system would tell.
-    void SetActive(bool on) { active = on; }
     void SetCursorOutside(bool outside) { cursorOutside = outside; }
     /// Flags of the keyboard, which the next tick sees.
     void SetModifiers(int keyboardFlags) { modifiers = keyboardFlags; }
@@ -59,7 +58,6 @@ private:
     std::unique_ptr<RootControl> root;
     std::uint32_t millisecondsToTick;
     int modifiers = 0;
-    bool active = true;
     bool cursorOutside = false;
 };
 

@@ -27,8 +27,6 @@ public:
         virtual int GetParameter() const { return -1; }
         virtual bool HitTest(Point point) const { return Rect().Contains(point); }
         virtual bool Enabled() const { return true; }
-        /// It was chosen, and has no parameter.
-        virtual void Activate() {}
         /// The origin is at the top left of its rectangle.
         virtual void Paint(Canvas&) {}
     };
@@ -44,7 +42,6 @@ public:
     virtual void Show(Control& parent);
     /// Fades, where there is an animator, and is gone soon after. The mouse passes at once.
     virtual void Close();
-    bool IsClosing() const { return closing; }
 
     void AddCutOut(Control& control, CutOutMode mode);
     void AddGhost(std::unique_ptr<VirtualGhostControl> ghost);

@@ -23,7 +23,6 @@ public:
     void SetState(bool on);
     /// Ends a running fade at once where it was going.
     void Finish();
-    bool IsOn() const { return targetState; }
     /// 0 for the normal picture to 255 for the active one.
     int Blend() const { return blend; }
     /// The picture for the present blend, valid until the next call with the same `index`. Null if there is

@@ -35,4 +35,23 @@ void RolloverValueControl::ValuePropertyChanged(AbstractProperty& property)
     Invalidate();
 }
 
+bool RolloverValueControl::TakePress(int pressedButton, Point point, int inputFlags)
+{
+    const ComponentGuard guard(*this);
+    RolloverValueControl::MouseDown(pressedButton, point, inputFlags);
+    if (!guard.IsAlive() || pressedButton != MouseButton::left || !IsInGesture())
+        return false;
+    return !(inputFlags & InputFlags::doubleClick) || !DoubleClickEnabled.value();
+}
+
+bool RolloverValueControl::TakeRelease(int releasedButton, Point point, int inputFlags)
+{
+    const ComponentGuard guard(*this);
+    RolloverValueControl::MouseUp(releasedButton, point, inputFlags);
+    if (!guard.IsAlive() || releasedButton != MouseButton::left)
+        return false;
+    UpdateGroupMode(0);
+    return true;
+}
+
 }  // namespace gui

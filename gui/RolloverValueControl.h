@@ -21,6 +21,11 @@ public:
     void ValuePropertyChanged(AbstractProperty& property) override;
 
 protected:
+    /// The press as every value control takes it. True, and the control alive, if a hand starts to work on
+    /// the value: with the left button, and not with the second press of a double-click.
+    bool TakePress(int pressedButton, Point point, int inputFlags);
+    /// The release that ends such work. True, and the control alive, for the left button.
+    bool TakeRelease(int releasedButton, Point point, int inputFlags);
     /// Lit or not, by the mouse and by `Highlighted`.
     void UpdateRollover() { rollover.SetState(hovering || Highlighted.value()); }
 

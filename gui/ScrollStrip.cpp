@@ -21,18 +21,6 @@ void ScrollStrip::ScrollTo(float x)
     strip.ScrollX.assign(x);
 }
 
-void ScrollStrip::GlideTo(float x)
-{
-    Animator* const running = GetAnimator();
-    if (!running)
-        return ScrollTo(x);
-    running
-        ->Start<ValueAnimation<float>>(&strip, AnimationKey(&strip.ScrollX),
-                                       static_cast<ValueAssignable<float>&>(strip.ScrollX),
-                                       strip.ScrollX.value(), x)
-        .Motion.assign(AnimationMotion::Smooth);
-}
-
 void ScrollStrip::Resized()
 {
     LayOut();

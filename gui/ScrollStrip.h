@@ -18,8 +18,6 @@ public:
     /// Logical units; at once, and not beyond the ends.
     void ScrollBy(float delta) { ScrollTo(strip.ScrollX.value() + delta); }
     void ScrollTo(float x);
-    /// The same as a movement.
-    void GlideTo(float x);
     ScrollArea& Area() { return strip; }
     Control& Content() { return strip.Content(); }
     ScrollButton& LeftButton() { return leftButton; }

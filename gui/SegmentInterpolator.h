@@ -23,8 +23,6 @@ public:
         stops.insert(behind, {value, position});
         lastSegment = 0;
     }
-    void ClearStops() { stops.clear(), lastSegment = 0; }
-    const std::vector<Stop>& Stops() const { return stops; }
 
     friend bool operator==(const SegmentInterpolator& a, const SegmentInterpolator& b)
     {

@@ -93,12 +93,9 @@ void Switch::StartDrag(Point point)
 
 void Switch::MouseDown(int pressedButton, Point point, int inputFlags)
 {
+    if (!TakePress(pressedButton, point, inputFlags))
+        return;
     const ComponentGuard guard(*this);
-    RolloverValueControl::MouseDown(pressedButton, point, inputFlags);
-    if (!guard.IsAlive() || pressedButton != MouseButton::left || !IsInGesture())
-        return;
-    if (inputFlags & InputFlags::doubleClick && DoubleClickEnabled.value())
-        return;
     UpdateGroupMode(inputFlags);
     pressPosition = point;
     const bool wasOnHandle = IsOnHandle(point);
@@ -138,11 +135,8 @@ void Switch::MouseUp(int releasedButton, Point point, int inputFlags)
     if (releasedButton == MouseButton::left && dragMode == DragMode::TrackPressed && IsInGesture() &&
         IsInside(point))
         ChangeValue(GesturePhase::Change, ValueAt(point) - trackedValue);
-    if (guard.IsAlive())
-        RolloverValueControl::MouseUp(releasedButton, point, inputFlags);
-    if (!guard.IsAlive() || releasedButton != MouseButton::left)
+    if (!guard.IsAlive() || !TakeRelease(releasedButton, point, inputFlags))
         return;
-    UpdateGroupMode(0);
     dragMode = DragMode::None;
     Invalidate();
 }

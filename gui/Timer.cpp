@@ -32,7 +32,7 @@ void Timer::Apply()
 {
     userInterface.RemoveFrameTimer(*this);
     StopPlatformTimer();
-    if (!Running.value() || Interval.value() < 1 || userInterface.HoldsTimers())
+    if (!Running.value() || Interval.value() < 1)
         return;
     if (FrameSynchronized.value() && userInterface.Accelerated.value())
         userInterface.AddFrameTimer(*this);

@@ -229,28 +229,15 @@ void UserInterface::FireFrameTimers()
         elapsingFrameTimers.clear();
 }
 
-template <class Condition>
-void UserInterface::ApplyTimers(Condition condition)
-{
-    for (Component* component : components) {
-        auto* timer = dynamic_cast<Timer*>(component);
-        if (timer && condition(*timer))
-            timer->Apply();
-    }
-}
-
-void UserInterface::SetHoldTimer(bool hold)
-{
-    if (hold == holdsTimers)
-        return;
-    holdsTimers = hold;
-    ApplyTimers([](const Timer&) { return true; });
-}
-
 void UserInterface::propertyChanged(AbstractProperty& property)
 {
-    if (&property == &Accelerated)
-        ApplyTimers([](const Timer& timer) { return timer.FrameSynchronized.value(); });
+    if (&property != &Accelerated)
+        return;
+    for (Component* component : components) {
+        auto* timer = dynamic_cast<Timer*>(component);
+        if (timer && timer->FrameSynchronized.value())
+            timer->Apply();
+    }
 }
 
 void UserInterface::Tick()

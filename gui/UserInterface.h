@@ -72,9 +72,6 @@ public:
     /// Calls the component's `PostedUpdate` when the queue is drained, unless it has died. Thread: any but
     /// audio; the component must exist for the length of the call.
     void PostUpdate(Component& component, std::intptr_t first, std::intptr_t second, int queue);
-    /// Holds all timers back, as during a host's modal work, and lets them go on. Thread: main.
-    void SetHoldTimer(bool hold);
-    bool HoldsTimers() const { return holdsTimers; }
     /// Tells the listeners of a file dropped at a point of the root's, UTF-8 path.
     void DropFile(Point point, const std::string& path);
     void AddListener(Listener& listener) { listeners.push_back(&listener); }
@@ -92,7 +89,6 @@ public:
     PlatformDelegate& Platform() { return *delegate; }
     TickMs Clock() const { return clock; }
     bool IsMainThread() const { return std::this_thread::get_id() == mainThreadId; }
-    bool IsBeingDestroyed() const { return beingDestroyed; }
 
     /// Painted behind all controls; null for a plain grey.
     void SetBackgroundBitmap(std::unique_ptr<Bitmap> bitmap);
@@ -127,8 +123,6 @@ private:
     void RemoveComponent(Component& component);
     void AddFrameTimer(Timer& timer);
     void RemoveFrameTimer(Timer& timer);
-    template <class Condition>
-    void ApplyTimers(Condition condition);
     void RunPostedUpdates(int queue);
     bool TakePostedUpdate(int queue, PostedUpdateRecord& record);
     template <class Call>
@@ -154,7 +148,6 @@ private:
     std::unique_ptr<Timer> hintTimer;
     std::string hintText;
     bool hintsEnabled = true;
-    bool holdsTimers = false;
     bool beingDestroyed = false;
     float lastScale = 1.0f;
 };

@@ -57,8 +57,6 @@ public:
     ValueControlListener* Listener() const { return listener; }
     /// @param inverse  undoes `forward`; both or none
     void SetWarp(WarpFunction forward, WarpFunction inverse);
-    const WarpFunction& WarpForward() const { return warpForward; }
-    const WarpFunction& WarpInverse() const { return warpInverse; }
 
     /// Puts both into one group. Two groups become one, which goes by the rule of this control's.
     void LinkWith(ValueControl& other);
@@ -67,7 +65,6 @@ public:
     /// Null outside of a group.
     Group* ValueGroup() const { return valueGroup.get(); }
     bool IsInGesture() const { return inGesture; }
-    bool IsGroupMode() const { return groupMode; }
     int Range() const { return MaxValue.value() - MinValue.value(); }
 
     virtual void ValueChanged() { OnValueChanged.fire(this); }

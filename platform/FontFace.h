@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Release.h"
+
 #include <cstddef>
 #include <memory>
 #include <span>
@@ -35,14 +37,6 @@ public:
     hb_font_t* Shaped() const { return shaped.get(); }
 
 private:
-    template <auto release>
-    struct Release {
-        template <class T>
-        void operator()(T* object) const
-        {
-            release(object);
-        }
-    };
     FontFace(FT_Face opened, hb_blob_t* blob, int index);
 
     std::unique_ptr<FT_FaceRec_, Release<FT_Done_Face>> drawn;

@@ -225,16 +225,6 @@ void X11Connection::SendMessage(xcb_window_t to, xcb_window_t window, xcb_atom_t
     xcb_send_event(connection, 0, to, mask, reinterpret_cast<const char*>(&message));
 }
 
-std::string X11Connection::AtomName(xcb_atom_t atom)
-{
-    const X11Reply<xcb_get_atom_name_reply_t> reply(
-        xcb_get_atom_name_reply(connection, xcb_get_atom_name(connection, atom), nullptr));
-    if (!reply)
-        return {};
-    return {xcb_get_atom_name_name(reply.get()),
-            static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get()))};
-}
-
 xcb_window_t X11Connection::ParentOf(xcb_window_t window)
 {
     const X11Reply<xcb_query_tree_reply_t> tree(

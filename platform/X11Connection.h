@@ -80,7 +80,6 @@ public:
     void SetProperty(xcb_window_t window, xcb_atom_t property, xcb_atom_t type, const std::string& bytes);
     void SendMessage(xcb_window_t to, xcb_window_t window, xcb_atom_t type,
                      const std::array<std::uint32_t, 5>& data, std::uint32_t mask = 0);
-    std::string AtomName(xcb_atom_t atom);
 
     /// The window of the window manager's that `window` lies in: what it calls a client; the one just below
     /// the root where there is no manager.

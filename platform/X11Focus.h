@@ -20,7 +20,6 @@ public:
     explicit X11Focus(X11Interface& ui);
 
     void Attach(xcb_window_t newWindow);
-    bool IsHeld() const { return held; }
     void Take();
     /// To whoever had it before.
     void GiveBack();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gui/Geometry.h"
+#include "platform/Release.h"
 #include "platform/X11EventHandler.h"
 
 #include <xkbcommon/xkbcommon-compose.h>
@@ -53,15 +54,6 @@ public:
     static std::vector<char32_t> CodePoints(const std::string& utf8);
 
 private:
-    template <auto release>
-    struct Release {
-        template <class T>
-        void operator()(T* object) const
-        {
-            release(object);
-        }
-    };
-
     void SelectEvents();
     void ReadLayout();
     void MakeCompose();

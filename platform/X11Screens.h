@@ -22,7 +22,6 @@ public:
 
     explicit X11Screens(X11Connection& display);
 
-    const std::vector<Monitor>& Monitors() const { return monitors; }
     const X11DesktopSettings& Settings() const { return settings; }
     /// The monitor that most of the rectangle lies on, else the nearest. Null if none is known.
     const Monitor* MonitorOf(const DeviceRect& rect) const;
