@@ -26,7 +26,7 @@ class LockFreeQueue {
     static_assert(std::is_trivially_copyable_v<T>);
 
 public:
-    /// @param initialNodes  nodes made at once, a power of two; two of them never hold data
+    /// @param initialNodes  nodes made at once; two of them never hold data
     /// @param nodeLimit     the most nodes there may be, at most 65536
     LockFreeQueue(std::uint32_t initialNodes, std::uint32_t nodeLimit);
 

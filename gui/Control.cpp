@@ -46,6 +46,13 @@ void Control::SetCenter(Point center) { SetPosition(GetPosition() + (center - Ge
 
 void Control::propertyChanged(AbstractProperty& property)
 {
+    const ComponentGuard self(*this);
+    const bool isGone =
+        (&property == &Visible && !Visible.value()) || (&property == &Enabled && !Enabled.value());
+    if (isGone)
+        LeaveMouse();
+    if (!self.IsAlive())
+        return;
     if (&property == &Bounds)
         ApplyBounds();
     else if (&property == &Parent)

@@ -102,7 +102,7 @@ public:
     virtual void OtherClicked(int button);
     virtual Rect GetClientRect() const { return clientRect; }
     virtual void SingleClicked() { OnSingleClick.fire(this); }
-    virtual void CaptureReleased() { captureMode = CaptureMode::None; }
+    virtual void CaptureReleased();
     virtual void Paint(Canvas& canvas) { PaintContent(canvas); }
     virtual void RightClicked() { OnRightClick.fire(this); }
     virtual void DoubleClicked() { OnDoubleClick.fire(this); }
@@ -224,6 +224,7 @@ private:
     }
     void SetCaptured(CaptureMode mode);
     void ReleaseCapture();
+    void LeaveMouse();
     void MoveBy(Point point);
     void NotifyChange(Change change);
     void ApplyBounds();

@@ -43,10 +43,14 @@ Control* Control::HitChild(Point point) const
 
 void Control::SetCaptured(CaptureMode mode)
 {
-    if (RootControl* root = GetRoot()) {
-        captureMode = mode;
-        root->SetCapture(this);
-    }
+    RootControl* const root = GetRoot();
+    if (!root)
+        return;
+    const ComponentGuard self(*this);
+    captureMode = mode;
+    root->SetCapture(this);
+    if (self.IsAlive() && GetRoot() == root && root->CapturedControl() != this)
+        captureMode = CaptureMode::None;  // a handler gave it to another
 }
 
 void Control::ReleaseCapture()
@@ -56,6 +60,22 @@ void Control::ReleaseCapture()
         root->SetCapture(nullptr);
     else
         CaptureReleased();
+}
+
+/// Nothing in this control is there for the mouse any more: a press, a wheel gesture and the hover end at
+/// once.
+void Control::LeaveMouse()
+{
+    RootControl* const root = GetRoot();
+    if (!root)
+        return;
+    const ComponentGuard self(*this);
+    root->TakeMouseFrom(*this);
+    if (!self.IsAlive() || !hoverChild)
+        return;
+    if (currentParent && currentParent->hoverChild == this)
+        currentParent->hoverChild = currentParent;
+    SetHover(nullptr);
 }
 
 void Control::DispatchMouseDown(int pressedButton, Point point, int inputFlags)
@@ -120,11 +140,13 @@ bool Control::DispatchScroll(int device, ScrollPhase phase, Point point, int inp
         if (!self.IsAlive())
             return false;
     }
-    // The end finds its way by the place of the gesture, but happens nowhere.
-    const Point toldPoint = phase == ScrollPhase::End ? Point{} : point;
-    if (!ScrollEvent(device, phase, toldPoint, inputFlags, velocity, delta, magnitude))
+    if (!ScrollEvent(device, phase, point, inputFlags, velocity, delta, magnitude))
         return false;
     if (phase == ScrollPhase::End || !self.IsAlive())
+        return true;
+    if (RootControl* root = device == 0 ? GetRoot() : nullptr)
+        root->SetGestureTaker(*this);
+    if (!self.IsAlive())
         return true;
     if (IsHovered() && captureMode == CaptureMode::None) {
         dragAnchor = ToRoot(point);
@@ -185,6 +207,12 @@ void Control::HandOverMouse(Control& target, Point pressPosition, Point currentP
 }
 
 // What a control does with it
+
+void Control::CaptureReleased()
+{
+    captureMode = CaptureMode::None;
+    moveState = MoveState::None;  // without the capture no release ends the drag
+}
 
 void Control::CancelMouse()
 {

@@ -14,7 +14,7 @@ public:
     static constexpr int mainQueue = 1;
     /// The code that says that posted updates wait.
     static constexpr std::uint32_t postedUpdates = 0xFFFF0000;
-    static constexpr std::uint32_t nodes = 1024;
+    static constexpr std::uint32_t capacity = 1024;
 
     struct Entry {
         std::uint32_t code = 0;
@@ -26,6 +26,8 @@ public:
     bool Pop(int queue, Entry& entry) noexcept { return queues[queue].pop(entry); }
 
 private:
+    static constexpr std::uint32_t nodes = capacity + 2;  // two never hold data
+
     LockFreeQueue<Entry> queues[2] = {{nodes, nodes}, {nodes, nodes}};
 };
 

@@ -102,6 +102,8 @@ void Overlay::Close()
     closing = true;
     RemoveFilter();
     Enabled.assign(false);
+    if (!self.IsAlive())
+        return;
     if (RootControl* root = GetRoot(); root && root->CapturedControl() == this)
         root->SetCapture(nullptr);
     if (!self.IsAlive())

@@ -6,6 +6,7 @@
 #include "gui/UserInterface.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace gui {
@@ -108,29 +109,45 @@ void RootControl::SetCapture(Control* control)
     if (control == capturedControl)
         return;
     const auto life = liveness;
+    std::optional<ComponentGuard> taking;
+    if (control)
+        taking.emplace(*control);
     if (capturedControl)
         EndScrollGesture();
     if (!life->alive)
         return;
     if (Control* released = std::exchange(capturedControl, nullptr))
         released->CaptureReleased();
-    if (!life->alive)
+    // A handler may have given the capture to another, or have deleted the control that is to get it.
+    if (!life->alive || capturedControl)
         return;
-    capturedControl = control;
+    capturedControl = taking && taking->IsAlive() ? control : nullptr;
     OnCaptureChanged.fire(this);
 }
 
 void RootControl::ForgetControl(Control& control)
 {
-    if (IsWithin(gestureTarget, control)) {
-        gestureTarget = nullptr;
-        gestureButtons = 0;
-        if (gestureTimer)
-            gestureTimer->Running.assign(false);
-    }
+    const auto life = liveness;
+    const ComponentGuard forgotten(control);
     if (IsWithin(pendingSingleClick, control))
         ClearPendingSingleClick();
-    if (IsWithin(capturedControl, control))
+    if (IsWithin(gestureTarget, control) || IsWithin(gestureTaker, control))
+        EndScrollGesture();
+    if (life->alive && forgotten.IsAlive() && IsWithin(capturedControl, control))
+        SetCapture(nullptr);
+}
+
+void RootControl::TakeMouseFrom(Control& control)
+{
+    const auto life = liveness;
+    const ComponentGuard guarded(control);
+    if (IsWithin(gestureTarget, control) || IsWithin(gestureTaker, control))
+        EndScrollGesture();
+    if (!life->alive || !guarded.IsAlive() || !IsWithin(capturedControl, control))
+        return;
+    if (capturedControl->GetCaptureMode() == CaptureMode::Button)
+        capturedControl->CancelMouse();
+    else
         SetCapture(nullptr);
 }
 

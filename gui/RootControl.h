@@ -91,6 +91,11 @@ public:
     void EndScrollGesture();
     /// Takes `control` and all in it out of what the root remembers, as it leaves the tree.
     void ForgetControl(Control& control);
+    /// `control` can't be used any more, but stays: what the mouse does with it or anything in it is
+    /// cancelled.
+    void TakeMouseFrom(Control& control);
+    /// The control that took the last step of the running wheel gesture, and so gets its end.
+    void SetGestureTaker(Control& control);
     /// Waits for the end of the double-click time to tell of a single click.
     void SetPendingSingleClick(Control& control);
     /// The scale went from `oldScale` to `newScale`: the window follows.
@@ -126,8 +131,8 @@ private:
     bool leftDown = false;
     Control* capturedControl = nullptr;
     Control* gestureTarget = nullptr;
-    int gestureButtons = 0;  // bit 0: the gesture was taken
-    Point gesturePosition;   // of the target's own
+    Control* gestureTaker = nullptr;  // the target, or what was found below it
+    Point gesturePosition;            // of the target's own
     std::unique_ptr<Timer> gestureTimer;
     Control* pendingSingleClick = nullptr;
     std::unique_ptr<Timer> doubleClickTimer;

@@ -32,10 +32,8 @@ bool RootControl::WindowScroll(Point point, int inputFlags, Point velocity, Poin
     const Point clamped{std::clamp(velocity.x, -1.0f, 1.0f), std::clamp(velocity.y, -1.0f, 1.0f)};
     const bool handled = gestureTarget->DispatchScroll(wheelDevice, ScrollPhase::Change, gesturePosition,
                                                        inputFlags, clamped, delta, magnitude);
-    if (handled && life->alive && gestureTarget) {
+    if (handled && life->alive && gestureTarget)
         gestureTimer->Running.assign(true);
-        gestureButtons |= 1 << wheelDevice;
-    }
     return handled;
 }
 
@@ -76,15 +74,18 @@ void RootControl::EndScrollGesture()
 {
     if (gestureTimer)
         gestureTimer->Running.assign(false);
-    Control* const target = std::exchange(gestureTarget, nullptr);
-    const int devices = std::exchange(gestureButtons, 0);
-    if (!target)
-        return;
-    const ComponentGuard guardedTarget(*target);
-    for (int device = 0; guardedTarget.IsAlive() && devices >> device; ++device) {
-        if (devices & 1 << device)
-            target->DispatchScroll(device, ScrollPhase::End, gesturePosition, windowFlags, {}, {}, 0.0f);
-    }
+    gestureTarget = nullptr;
+    // Not to whom the hit test would find now: the tree may have changed under the mouse, and whoever got the
+    // beginning has to get the end.
+    if (Control* taker = std::exchange(gestureTaker, nullptr))
+        taker->ScrollEvent(wheelDevice, ScrollPhase::End, {}, windowFlags, {}, {}, 0.0f);
+}
+
+void RootControl::SetGestureTaker(Control& control)
+{
+    Control* const before = std::exchange(gestureTaker, &control);
+    if (before && before != &control)
+        before->ScrollEvent(wheelDevice, ScrollPhase::End, {}, windowFlags, {}, {}, 0.0f);
 }
 
 }  // namespace gui

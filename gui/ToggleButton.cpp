@@ -126,7 +126,10 @@ void ToggleButton::PassOn(AbstractProperty& property)
 
 void ToggleButton::propertyChanged(AbstractProperty& property)
 {
+    const ComponentGuard guard(*this);
     Button::propertyChanged(property);
+    if (!guard.IsAlive())
+        return;
     if (&property == &OnValue)
         ShowValue();
     if (&property == &Visible || &property == &HintText || &property == &Opacity)

@@ -76,9 +76,8 @@ void ValueControl::ValuePropertyChanged(AbstractProperty& property)
     if (&property != &Value && &property != &MinValue && &property != &MaxValue)
         return;
     BringIntoRange();
-    if (&property == &Value && valueGroup)
-        for (ValueControl* member : valueGroup->members)
-            member->GroupMemberChanged();
+    if (&property == &Value)
+        TellGroup();
 }
 
 void ValueControl::BringIntoRange()
@@ -253,8 +252,12 @@ void ValueControl::EndGesture()
 void ValueControl::MouseDown(int pressedButton, Point point, int inputFlags)
 {
     const ComponentGuard guard(*this);
+    const bool wasCaptured = captureMode != CaptureMode::None;
     AnimatedControl::MouseDown(pressedButton, point, inputFlags);
-    if (guard.IsAlive() && pressedButton == MouseButton::left)
+    if (!guard.IsAlive() || pressedButton != MouseButton::left)
+        return;
+    // A handler may have taken the press away again: nobody would end its gesture.
+    if (!wasCaptured || captureMode != CaptureMode::None)
         ChangeValue(GesturePhase::Begin, 0);
 }
 
@@ -342,7 +345,7 @@ void ValueControl::LinkWith(ValueControl& other)
     if (!valueGroup && other.valueGroup) {
         valueGroup = other.valueGroup;
         valueGroup->members.push_back(this);
-        return;
+        return TellGroup();
     }
     if (!valueGroup) {
         valueGroup = std::make_shared<Group>();
@@ -355,6 +358,15 @@ void ValueControl::LinkWith(ValueControl& other)
     }
     if (old)
         old->members.clear();
+    TellGroup();
+}
+
+/// All members see how they stand to each other.
+void ValueControl::TellGroup() const
+{
+    if (valueGroup)
+        for (ValueControl* member : valueGroup->members)
+            member->GroupMemberChanged();
 }
 
 void ValueControl::Unlink()

@@ -75,7 +75,7 @@ public:
     /// @param index  of the value, where a control has several: 0..valueCount - 1
     virtual int ApplyChange(GesturePhase phase, int index, int delta, int flags);
     virtual void UpdateGroupMode(int inputFlags);
-    /// Another member of the group has a new value.
+    /// The group has another member, or a member has a new value.
     virtual void GroupMemberChanged() {}
 
     /// Carries out a change on this control and, in group mode, on its group.
@@ -130,6 +130,7 @@ private:
     void BringIntoRange();
     void UpdateGroupBit(int index, bool active, int& changeFlags);
     void LeaveGroup();
+    void TellGroup() const;
 
     WarpFunction warpForward;
     WarpFunction warpInverse;

@@ -171,6 +171,46 @@ TEST_F(ControlInput, AMovableControlFollowsTheMouseWithinItsParent)
     takeLog();
     release({199, 0});
     EXPECT_EQ(takeLog(), EventLog{"released"});  // a drag is no click
+    // A drag whose capture is taken away is over, also where the release goes elsewhere.
+    press({199, 0});
+    move({150, 50});
+    root().SetCapture(nullptr);
+    const Rect left = probe.GetBounds();
+    move({155, 55});
+    EXPECT_EQ(probe.GetBounds(), left);
+}
+
+TEST_F(ControlInput, WhatIsHiddenOrDisabledLosesTheMouseAtOnce)
+{
+    ProbeControl panel(*ui, &root(), {0, 0, 100, 100}, log, "panel");
+    ProbeControl child(*ui, &panel, {0, 0, 50, 50}, log, "child");
+    child.HintText.assign("a hint");
+    for (Property<bool>* property : {&child.Visible, &child.Enabled, &panel.Visible, &panel.Enabled}) {
+        const bool wholePanel = property == &panel.Visible || property == &panel.Enabled;
+        move({5, 5});
+        ui->AdvanceTime(1500);
+        EXPECT_EQ(ui->Hint(), "a hint");
+        press({5, 5});
+        takeLog();
+        property->assign(false);
+        EventLog expected{"child released", "child leave"};
+        if (wholePanel)
+            expected.push_back("panel leave");
+        EXPECT_EQ(takeLog(), expected);
+        EXPECT_EQ(root().CapturedControl(), nullptr);
+        EXPECT_TRUE(wholePanel ? root().IsInnermostHovered() : panel.IsInnermostHovered());
+        property->assign(true);
+        release({5, 5});  // completes no click
+        EXPECT_EQ(takeLog(), wholePanel ? (EventLog{"panel enter", "child enter"}) : EventLog{"child enter"});
+        move({5, 5});
+        ui->AdvanceTime(1500);
+        EXPECT_EQ(ui->Hint(), "a hint");
+        property->assign(false);
+        EXPECT_EQ(ui->Hint(), "");
+        property->assign(true);
+        move({150, 5});
+        takeLog();
+    }
 }
 
 TEST_F(ControlInput, KeysGoToTheInnermostPressedFirst)

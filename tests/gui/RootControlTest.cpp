@@ -151,6 +151,53 @@ TEST_F(RootControlTest, TheLockIsFreeWhileItIsSuspended)
     root().ResumeLock(2);
 }
 
+TEST_F(RootControlTest, TheRootMayDieWhileItsLockIsSuspended)
+{
+    RootControl& entered = root();
+    const RootControl::Entry outer(entered);
+    {
+        const RootControl::Entry inner(entered);
+        const RootControl::Suspension suspension(entered);
+        ui.reset();  // by a message of the nested loop
+        EXPECT_FALSE(suspension.IsRootAlive());
+    }
+    EXPECT_FALSE(outer.IsRootAlive());
+    // Neither end touches what is gone; the memory checkers judge that. An exception leaves it the same way.
+    ui = std::make_unique<OffscreenInterface>(std::make_unique<PlainPlatform>(), Point{200, 100});
+    const RootControl::Entry entry(root());
+    try {
+        const RootControl::Suspension suspension(root());
+        throw 1;
+    } catch (int) {
+    }
+    EXPECT_EQ(root().SuspendLock(), 1);
+    root().ResumeLock(1);
+}
+
+TEST_F(RootControlTest, HandlersOfALostCaptureMayTakeOrDeleteWhatWasToGetIt)
+{
+    class Loser : public Control {
+    public:
+        using Control::Control;
+        void CaptureReleased() override { Control::CaptureReleased(), work(); }
+        std::function<void()> work;
+    } loser(*ui, &root());
+    Control other(*ui, &root());
+    auto wanted = std::make_unique<Control>(*ui, &root());
+    int told = 0;
+    on(root().OnCaptureChanged, [&] { ++told; });
+    root().SetCapture(&loser);
+    loser.work = [&] { root().SetCapture(&other); };
+    root().SetCapture(wanted.get());
+    EXPECT_EQ(root().CapturedControl(), &other);
+    EXPECT_EQ(told, 2);
+    root().SetCapture(&loser);
+    loser.work = [&] { wanted.reset(); };
+    root().SetCapture(wanted.get());
+    EXPECT_EQ(root().CapturedControl(), nullptr);
+    EXPECT_EQ(told, 4);
+}
+
 TEST_F(RootControlTest, FullScreenIsToldBeforeTheScaleChanges)
 {
     ui->Backing().SetDefaultFullScreenLevel(4);  // 2.0

@@ -110,9 +110,8 @@ TEST_F(SelectButtonTest, TheWheelWalksDownTheListPastDisabledEntries)
 TEST_F(SelectButtonTest, LinkedButtonsThatDifferSaySo)
 {
     auto other = make();
-    button->LinkWith(*other);
-    EXPECT_EQ(text(), "one");
     other->Value.assign(1);
+    button->LinkWith(*other);
     EXPECT_EQ(text(), "(Multiple)");
     button->Value.assign(1);
     EXPECT_EQ(text(), "two");

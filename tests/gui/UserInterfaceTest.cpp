@@ -96,7 +96,7 @@ TEST_F(UserInterfaceTest, AFullQueueDropsEventsButNoUpdates)
     int accepted = 0;
     while (ui->PostEvent(1, 0) != 0)
         ++accepted;
-    EXPECT_EQ(accepted, 1022);
+    EXPECT_EQ(accepted, 1024);
     ui->PostUpdate(updated, 2, 3, EventQueue::mainQueue);
     {
         Updated dying(*ui);
@@ -104,7 +104,7 @@ TEST_F(UserInterfaceTest, AFullQueueDropsEventsButNoUpdates)
     }
     ui->PostUpdate(updated, 4, 5, EventQueue::mainQueue);
     ui->AdvanceTime(10);
-    EXPECT_EQ(listener.take().size(), 1022u);
+    EXPECT_EQ(listener.take().size(), 1024u);
     EXPECT_EQ(updated.sum, 26);
 }
 

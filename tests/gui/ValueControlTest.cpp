@@ -1,3 +1,4 @@
+#include "gui/IntValueButton.h"
 #include "support/ControlsFixture.h"
 
 #include <cmath>
@@ -112,9 +113,25 @@ TEST_F(ValueControlTest, EachGestureEndsOnEveryPath)
 {
     struct Row {
         const char* what;
-        std::function<void()> path;
+        std::function<void()> act;
     };
-    const Row rows[]{
+    Control panel(*ui, &root());
+    panel.SetBounds(0, 0, 100, 100);
+    std::unique_ptr<ValueControl> follower;
+    // With Alt the follower's gesture begins and ends along.
+    const auto wheel = [this] { root().WindowScroll({20, 20}, InputFlags::alt, {0, 0.1f}, {0, 30}, 1); };
+    const Row starts[]{
+        {"drag",
+         [this] {
+             press({20, 20}, InputFlags::alt), move({20, 40}, InputFlags::alt);
+         }},
+        {"wheel",
+         [&] {
+             move({20, 20}), wheel();
+         }},
+        {"wheel before any move", [&] { wheel(); }},
+    };
+    const Row ends[]{
         {"release",
          [this] {
              release({20, 20});
@@ -123,35 +140,67 @@ TEST_F(ValueControlTest, EachGestureEndsOnEveryPath)
          [this] {
              release({190, 90});
          }},
-        {"cancel", [this] { control->CancelMouse(); }},
-        {"capture taken", [this] { root().SetCapture(nullptr); }},
+        {"cancel and pause", [this] { control->CancelMouse(), wait(); }},
+        {"capture taken and pause", [this] { root().SetCapture(nullptr), wait(); }},
         {"deleted", [this] { control.reset(); }},
-        {"hidden and released",
+        {"hidden", [this] { control->Visible.assign(false); }},
+        {"disabled", [this] { control->Enabled.assign(false); }},
+        {"removed", [this] { control->Parent.assign(nullptr); }},
+        {"panel hidden", [&panel] { panel.Visible.assign(false); }},
+        {"panel disabled", [&panel] { panel.Enabled.assign(false); }},
+        {"panel removed", [&panel] { panel.Parent.assign(nullptr); }},
+        {"covered, pause and release",
          [this] {
-             control->Visible.assign(false), release({20, 20});
+             Control above(*ui, &root());
+             above.SetBounds(0, 0, 200, 100);
+             wait(), release({20, 20});
          }},
-        {"wheel in between",
+        {"wheel and release",
          [this] {
              scroll({20, 20}), release({20, 20});
          }},
-        {"second press",
+        {"press and release",
          [this] {
              press({20, 20}), release({20, 20});
          }},
     };
-    for (const Row& row : rows) {
-        control = std::make_unique<ValueControl>(*ui, &root(), &animator);
-        control->SetBounds(10, 10, 40, 40);
-        listenTo(*control, "c");
-        press({20, 20});
-        EXPECT_EQ(listener.OpenGestures(), 1) << row.what;
-        row.path();
-        EXPECT_EQ(listener.OpenGestures(), 0) << row.what;
-        root().WindowMouseUp(0, {190, 90}, 0);
-        control.reset();
-        EXPECT_EQ(listener.OpenGestures(), 0) << row.what;
-        wait();
-    }
+    for (const Row& start : starts)
+        for (const Row& end : ends) {
+            SCOPED_TRACE(std::string(start.what) + ", " + end.what);
+            panel.Parent.assign(&root());
+            panel.Visible.assign(true);
+            panel.Enabled.assign(true);
+            control = std::make_unique<IntValueButton>(*ui, &panel, &animator);
+            follower = std::make_unique<ValueControl>(*ui, &panel, &animator);
+            control->SetBounds(10, 10, 40, 40);
+            control->LinkWith(*follower);
+            listenTo(*control, "c");
+            listenTo(*follower, "f");
+            wait();
+            start.act();
+            EXPECT_EQ(listener.OpenGestures(), 2);
+            end.act();
+            EXPECT_EQ(listener.OpenGestures(), 0);
+            release({190, 90});
+            move({190, 90});
+        }
+}
+
+TEST_F(ValueControlTest, APressThatIsTakenAwayAtItsStartIsNoGesture)
+{
+    on(control->OnMouseDown, [this] { control->Enabled.assign(false); });
+    press({20, 20});
+    release({20, 20});
+    EXPECT_EQ(takeLog(), EventLog{});
+}
+
+TEST_F(ValueControlTest, TheEndOfTheInterfaceEndsItsGestures)
+{
+    control->DeleteWithInterface();
+    control.release();
+    press({20, 20});
+    ui.reset();
+    EXPECT_EQ(takeLog(), (EventLog{"c(", "c)"}));
 }
 
 TEST_F(ValueControlTest, HandlersMayDeleteTheControl)
