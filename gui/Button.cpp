@@ -197,7 +197,7 @@ void Button::propertyChanged(AbstractProperty& property)
         Invalidate();
     } else if (&property == &Background || &property == &Corner || &property == &TextAlignment ||
                &property == &TextOpacity || &property == &OverlayMode || &property == &OverlayOpacity ||
-               &property == &OverlaySource || &property == &Enabled) {
+               &property == &OverlaySource) {
         Invalidate();
     }
 }

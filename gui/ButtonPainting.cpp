@@ -7,8 +7,6 @@ namespace gui {
 
 namespace {
 
-constexpr int disabledOpacity = 102;  // of what stands on a button that can't be pressed
-
 float AlignedLeft(Alignment alignment, const Rect& area, float width)
 {
     switch (alignment) {
@@ -75,8 +73,7 @@ void Button::PaintBackground(Canvas& canvas)
 int Button::ShownOpacity(int opacity) const
 {
     // What is faint, or not there at all, shows in full under the mouse.
-    const int shown = opacity + (255 - opacity) * rollover.Blend() / 255;
-    return Enabled.value() ? shown : AlphaProduct(shown, disabledOpacity);
+    return ShownAlpha(opacity + (255 - opacity) * rollover.Blend() / 255);
 }
 
 void Button::PaintOverlay(Canvas& canvas)

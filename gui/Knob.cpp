@@ -263,7 +263,7 @@ void Knob::PaintContent(Canvas& canvas)
     };
     if (!style.IsRing())
         draw(rollover.Picture(style.backNormal, style.backActive), BackgroundOpacity.value());
-    draw(rotatedPicture ? &rotated : nullptr, 255);
+    draw(rotatedPicture ? &rotated : nullptr, ShownAlpha());
 }
 
 void Knob::BackingScaleChanged()
@@ -278,7 +278,7 @@ void Knob::propertyChanged(AbstractProperty& property)
         tracker.Accelerated.assign(Accelerated.value());
     else if (&property == &FineFactor)
         tracker.FineFactor.assign(FineFactor.value());
-    else if (&property == &Rotation || &property == &RotationOffset || &property == &Enabled ||
+    else if (&property == &Rotation || &property == &RotationOffset ||
              &property == &ShowDefaultWhenDisabled || &property == &Insets || &property == &Highlighted)
         Invalidate();
     RolloverValueControl::propertyChanged(property);

@@ -19,6 +19,7 @@ float LevelButton::FillWidth() const
 
 void LevelButton::PaintContent(Canvas& canvas)
 {
+    Control::PaintContent(canvas);
     PaintBackground(canvas);
     const float width = FillWidth();
     if (fillPicture) {
@@ -26,13 +27,13 @@ void LevelButton::PaintContent(Canvas& canvas)
         const Canvas::State saved = canvas.Save();
         canvas.Clip.assign(canvas.Clip.value().Intersected({0.0f, 0.0f, width, clientRect.Height()}));
         canvas.DrawBitmapStretched(*fillPicture, clientRect, Rect::At({}, fillPicture->GetLogicalSize()),
-                                   Corner.value());
+                                   Corner.value(), ShownAlpha());
         canvas.Restore(saved);
     }
     if (capPicture) {
         const Point size = capPicture->GetLogicalSize();
         canvas.DrawBitmapStretched(*capPicture, {width - size.x, 0.0f, width, clientRect.Height()},
-                                   Rect::At({}, size), Corner.value());
+                                   Rect::At({}, size), Corner.value(), ShownAlpha());
     }
     PaintOverlay(canvas);
     PaintText(canvas);

@@ -2,6 +2,12 @@
 
 namespace gui {
 
+namespace {
+
+constexpr int disabledAlpha = 102;  // 40 %, of 255
+
+}  // namespace
+
 RolloverValueControl::RolloverValueControl(UserInterface& ui, Control* parent, Animator* controlAnimator)
     : ValueControl(ui, parent, controlAnimator)
 {}
@@ -24,9 +30,15 @@ void RolloverValueControl::propertyChanged(AbstractProperty& property)
 {
     if (&property == &Highlighted)
         UpdateRollover();
-    if (&property == &BackgroundOpacity)
+    if (&property == &BackgroundOpacity || &property == &Enabled)
         Invalidate();
     ValueControl::propertyChanged(property);
+}
+
+int RolloverValueControl::ShownAlpha(int alpha) const
+{
+    const bool isFaint = !Enabled.value() && Opacity.value() == 255;
+    return isFaint ? AlphaProduct(alpha, disabledAlpha) : alpha;
 }
 
 void RolloverValueControl::ValuePropertyChanged(AbstractProperty& property)

@@ -26,6 +26,9 @@ protected:
     bool TakePress(int pressedButton, Point point, int inputFlags);
     /// The release that ends such work. True, and the control alive, for the left button.
     bool TakeRelease(int releasedButton, Point point, int inputFlags);
+    /// The opacity, 0..255, of what stands on the control and shows its value: faint while it is disabled.
+    /// One that its owner has faded as a whole isn't faded twice.
+    int ShownAlpha(int alpha = 255) const;
     /// Lit or not, by the mouse and by `Highlighted`.
     void UpdateRollover() { rollover.SetState(hovering || Highlighted.value()); }
 

@@ -148,16 +148,16 @@ bool Switch::ScrollGesture(ScrollPhase phase, Point, int inputFlags, Point veloc
 
 void Switch::PaintTrack(Canvas& canvas)
 {
-    const auto draw = [&](const Bitmap& picture) {
+    const auto draw = [&](const Bitmap& picture, int alpha) {
         const Rect source = Rect::At({}, picture.GetLogicalSize());
         if (StretchHalves.value())
-            canvas.DrawBitmapStretchedHalves(picture, clientRect, source, BackgroundOpacity.value(),
+            canvas.DrawBitmapStretchedHalves(picture, clientRect, source, alpha,
                                              IsVertical() ? Orientation::Vertical : Orientation::Horizontal);
         else
-            canvas.DrawBitmapStretched(picture, clientRect, source, 0.0f, BackgroundOpacity.value());
+            canvas.DrawBitmapStretched(picture, clientRect, source, 0.0f, alpha);
     };
     if (const Bitmap* picture = rollover.Picture(style.track, style.trackActive, 0))
-        draw(*picture);
+        draw(*picture, BackgroundOpacity.value());
     if (!style.fill || !ShowsPosition.value())
         return;
     const Point middle = HandleRect().Middle();
@@ -178,7 +178,7 @@ void Switch::PaintTrack(Canvas& canvas)
     }
     const Canvas::State saved = canvas.Save();
     canvas.Clip.assign(canvas.Clip.value().Intersected(filled));
-    draw(*style.fill);
+    draw(*style.fill, ShownAlpha(BackgroundOpacity.value()));
     canvas.Restore(saved);
 }
 
@@ -189,7 +189,7 @@ void Switch::PaintHandle(Canvas& canvas)
     const Bitmap* const picture = dragMode == DragMode::Dragging && style.handleDown
                                       ? style.handleDown
                                       : rollover.Picture(style.handle, style.handleActive, 1);
-    canvas.DrawBitmapAt(*picture, HandleRect().Middle() - picture->GetLogicalSize() * 0.5f);
+    canvas.DrawBitmapAt(*picture, HandleRect().Middle() - picture->GetLogicalSize() * 0.5f, ShownAlpha());
 }
 
 void Switch::PaintContent(Canvas& canvas)

@@ -133,6 +133,28 @@ TEST_F(KnobTest, RotationIsExactByQuartersAndKeepsAllInk)
     }
 }
 
+TEST_F(KnobTest, WhatShowsTheValueIsFaintWhileDisabledAndNeverTwice)
+{
+    struct Row {
+        bool enabled;
+        int opacity, white;  // of 255, as the pointer lies over black
+    };
+    back->FillRect({0, 0, 40, 40}, Color::Black());
+    const auto knob = makeKnob(style);
+    knob->Value.assign(2048);  // up
+    Control ground(*ui, &root());
+    ground.SetBounds(0, 0, 200, 100);
+    ground.BackgroundColor.assign(Color::Black());
+    root().SetChildIndex(ground, 0);
+    for (const Row& row :
+         {Row{true, 255, 255}, Row{false, 255, 102}, Row{false, 128, 128}, Row{true, 255, 255}}) {
+        knob->Enabled.assign(row.enabled);
+        knob->Opacity.assign(row.opacity);
+        ui->Paint();
+        EXPECT_NEAR(ui->Picture().GetPixel({50, 36}).r, row.white, 2) << row.enabled << row.opacity;
+    }
+}
+
 TEST_F(KnobTest, ARingCatchesTheMouseInItsBandOnly)
 {
     const auto knob = makeKnob(ringStyle);
