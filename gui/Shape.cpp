@@ -22,7 +22,7 @@ void Shape::PaintContent(Canvas& canvas)
     const Gradient& gradient = FillGradient.value();
     if (gradient.GetStopCount() == 0 || inner.IsEmpty())
         return;
-    if (Type.value() == GradientType::Radial) {
+    if (GradientType.value() == GradientType::Radial) {
         if (!isRendered)
             RenderGradient(inner.Size());
         canvas.DrawBitmap(rendered, inner, {}, 255);
@@ -69,7 +69,7 @@ void Shape::Resized()
 void Shape::propertyChanged(AbstractProperty& property)
 {
     const bool ofGradient =
-        &property == &FillGradient || &property == &GradientDirection || &property == &Type;
+        &property == &FillGradient || &property == &GradientDirection || &property == &GradientType;
     if (ofGradient || &property == &BorderWidth)
         isRendered = false;
     if (ofGradient || &property == &BorderWidth || &property == &FillColor || &property == &BorderColor)

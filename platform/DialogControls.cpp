@@ -73,7 +73,7 @@ DialogText::DialogText(UserInterface& ui, Control* parent, const std::string& st
     for (std::size_t start = 0; start <= string.size();) {
         const std::size_t end = std::min(string.find('\n', start), string.size());
         auto line = dialogText(ui, string.substr(start, end - start));
-        line->Style.assign(Text::LineStyle::Wrapped);
+        line->LineStyle.assign(Text::LineStyle::Wrapped);
         line->MaxWidth.assign(maxWidth);
         size = {std::max(size.x, line->GetWidth()), size.y + line->GetHeight()};
         lines.push_back(std::move(line));

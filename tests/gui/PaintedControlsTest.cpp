@@ -89,7 +89,7 @@ TEST_F(PaintedControls, AShapesGradientRunsInItsDirection)
         EXPECT_EQ(At(dark.x, dark.y).r, 3) << static_cast<int>(direction);  // half a pixel of 40
         EXPECT_EQ(At(light.x, light.y).r, 252);
     }
-    shape.Type.assign(Shape::GradientType::Radial);
+    shape.GradientType.assign(Shape::GradientType::Radial);
     EXPECT_LT(At(20, 20).r, 8);
     EXPECT_GT(At(0, 0).r, 247);
     shape.FillGradient.assign(Gradient(red, red));
@@ -112,10 +112,10 @@ TEST_F(PaintedControls, AnImageCatchesTheMouseWhereItsPixelsShow)
 
     image.Offset.assign({});
     image.SetBounds({0, 0, 60, 10});
-    image.Stretch.assign(Image::StretchMode::Corner);
+    image.StretchMode.assign(Image::StretchMode::Corner);
     for (const auto& [mode, firstEnd, lastStart] :
          {std::tuple{Image::StretchMode::Corner, 10, 50}, std::tuple{Image::StretchMode::Halves, 25, 35}}) {
-        image.Stretch.assign(mode);
+        image.StretchMode.assign(mode);
         for (int x = 0; x < 60; ++x) {
             const bool shows = x < firstEnd || x >= lastStart;
             EXPECT_EQ(image.GetAlphaAt({static_cast<float>(x), 5}), shows ? 255 : 0) << x;

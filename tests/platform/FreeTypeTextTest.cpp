@@ -83,13 +83,13 @@ TEST_F(TextTest, MaxWidthLimitsOnlyWithAStyle)
 {
     const float whole = WidthOf("A rather long piece of text");
     const float height = text.GetHeight();
-    text.Style.assign(Text::LineStyle::Ellipsis);
+    text.LineStyle.assign(Text::LineStyle::Ellipsis);
     EXPECT_EQ(text.GetWidth(), whole);  // no `MaxWidth`, no limit
     text.MaxWidth.assign(60);
     EXPECT_LE(text.GetWidth(), 60);
     EXPECT_GT(text.GetWidth(), 45);
     EXPECT_EQ(text.GetHeight(), height);
-    text.Style.assign(Text::LineStyle::Wrapped);
+    text.LineStyle.assign(Text::LineStyle::Wrapped);
     EXPECT_LE(text.GetWidth(), 60);
     EXPECT_EQ(text.GetHeight(), 3 * height);
     EXPECT_EQ(text.GetBitmap().GetSize().y, 3 * height);
@@ -170,7 +170,7 @@ TEST_F(TextTest, AnyBytesCanBeDrawn)
          {"\xff\xc0\x80\xed\xa0\x80", "a\tb\x01", "\xe6\x97\xa5", "\xf0\x9f\x98\x80", "e\xcc\x81"}) {
         for (const auto style :
              {Text::LineStyle::Single, Text::LineStyle::Ellipsis, Text::LineStyle::Wrapped}) {
-            text.Style.assign(style);
+            text.LineStyle.assign(style);
             EXPECT_GT(WidthOf(string), 0) << string;
             EXPECT_NE(text.GetBitmap().GetPixels(), nullptr);
         }

@@ -74,14 +74,14 @@ void TextPage::AddLines()
     });
     Caption& cut = AddSample({634, 180}, "One line that is cut where the room ends", 9.0f);
     cut.Font().MaxWidth.assign(130.0f);
-    cut.Font().Style.assign(LineStyle::Ellipsis);
+    cut.Font().LineStyle.assign(LineStyle::Ellipsis);
     cut.Fit();
     Caption& wrapped = AddSample(
         {634, 202},
         "Words go on in the next line where the room ends, and incomprehensiblenesses are cut anywhere.",
         9.0f);
     wrapped.Font().MaxWidth.assign(130.0f);
-    wrapped.Font().Style.assign(LineStyle::Wrapped);
+    wrapped.Font().LineStyle.assign(LineStyle::Wrapped);
     wrapped.Fit();
     const char* const names[] = {"Left", "Centre", "Right"};
     AddPainting({838, 180, 839, 298}, [](gui::Canvas& canvas, const gui::Rect& area) {
