@@ -1,4 +1,6 @@
 #include "gui/Bitmap.h"
+
+#include "foundation/Resources.h"
 #include "support/PngFile.h"
 
 #include <gtest/gtest.h>
@@ -227,7 +229,7 @@ TEST_F(BitmapTest, APictureThatNeedsNoScalingHasItsPixelsOnce)
 
 TEST_F(BitmapTest, WhatIsNoPictureSaysSo)
 {
-    EXPECT_THROW(bitmap.Load("NoSuchPicture.png"), std::runtime_error);
+    EXPECT_THROW(bitmap.Load("NoSuchPicture.png"), EResource);
     std::istringstream stream("GIF89a");
     try {
         bitmap.ReadSource(stream, 1.0f);
