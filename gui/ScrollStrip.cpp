@@ -27,6 +27,11 @@ void ScrollStrip::Resized()
     AnimatedControl::Resized();
 }
 
+bool ScrollStrip::WheelDelta(Point point, int inputFlags, float delta, Orientation axis)
+{
+    return strip.WheelDelta(point, inputFlags, delta, axis);
+}
+
 void ScrollStrip::LayOut()
 {
     strip.SetBounds(0.0f, 0.0f, GetWidth(), GetHeight());

@@ -150,6 +150,12 @@ TEST_F(PaintedControls, ALightGoesOffByItself)
     ui.AdvanceTime(1);
     EXPECT_EQ(At(3, 3), blue);
     EXPECT_FALSE(light.GetTimer().Running.value());
+    light.Value.assign(true);
+    ui.AdvanceTime(60);
+    light.Value.assign(false);
+    light.Value.assign(true);
+    ui.AdvanceTime(99);  // flashes in full once more
+    EXPECT_EQ(At(3, 3), green);
 }
 
 TEST_F(PaintedControls, LinesAreStackedAndPlaced)
