@@ -23,6 +23,7 @@ void Text::CopyFrom(const Text& other, std::string string)
     Size.assign(other.Size.value());
     String.assign(std::move(string));
     Underline.assign(other.Underline.value());
+    Alignment.assign(other.Alignment.value());
 }
 
 void Text::Invalidate()

@@ -30,6 +30,8 @@ public:
     Property<float> Size{8.0f, this};                                    // points: 96 / 72 logical units each
     Property<std::string> String{std::string(), this};                   // UTF-8
     Property<bool> Underline{false, this};
+    /// How lines of different lengths stand to each other.
+    Property<gui::Alignment> Alignment{gui::Alignment::Left, this};
     NotifyEvent OnChanged;
 
     /// The text in `Color`, valid until the next change.

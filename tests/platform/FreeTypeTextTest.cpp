@@ -95,6 +95,34 @@ TEST_F(TextTest, MaxWidthLimitsOnlyWithAStyle)
     EXPECT_EQ(text.GetBitmap().GetSize().y, 3 * height);
 }
 
+TEST_F(TextTest, WrappedLinesStandWhereTheyAreAligned)
+{
+    text.MaxWidth.assign(60);
+    text.LineStyle.assign(Text::LineStyle::Wrapped);
+    text.Underline.assign(true);  // as long as its line
+    WidthOf("Modulation Amt");
+    const int columns = text.GetBitmap().GetSize().x;
+    /// The columns left and right of the second line.
+    const auto roomBeside = [&] {
+        const Bitmap& picture = text.GetBitmap();
+        const int half = picture.GetSize().y / 2;
+        int first = columns, end = 0;
+        for (int y = half; y < 2 * half; ++y)
+            for (int x = 0; x < columns; ++x)
+                if (picture.GetPixels()[y * columns + x] != transparentPixel)
+                    first = std::min(first, x), end = std::max(end, x + 1);
+        return BasicPoint<int>{first, columns - end};
+    };
+    const BasicPoint<int> left = roomBeside();
+    EXPECT_GT(left.y, 20);
+    text.Alignment.assign(Alignment::Right);
+    EXPECT_NEAR(roomBeside().y, left.x, 1);
+    EXPECT_NEAR(roomBeside().x, left.y, 1);
+    text.Alignment.assign(Alignment::Centre);
+    EXPECT_NEAR(roomBeside().x, roomBeside().y, 1);
+    EXPECT_EQ(text.GetBitmap().GetSize().x, columns);
+}
+
 TEST_F(TextTest, CapitalsStandInTheMiddleOnceShifted)
 {
     text.String.assign("H");
