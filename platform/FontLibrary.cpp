@@ -82,6 +82,9 @@ const FontFace& FontLibrary::Face(const std::string& name, bool bold)
             place->second = Match(name, 0, bold);
         face = place->second;
     }
+    // Pictures have no height that lines could follow.
+    if (face && face->HasPictures())
+        face = nullptr;
     return face ? *face : bold ? *emphasised : *regular;
 }
 

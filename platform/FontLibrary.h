@@ -25,7 +25,7 @@ public:
 
     std::mutex& Mutex() { return mutex; }
 
-    /// The system's font of that name, or the carried one if it is empty or unknown.
+    /// The system's font of that name, or the carried one if it is empty, unknown or one of pictures.
     const FontFace& Face(const std::string& name, bool bold);
     /// A font that has the character, or null. Asks the system once for each.
     const FontFace* FaceWith(char32_t character, bool bold);

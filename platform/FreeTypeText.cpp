@@ -174,6 +174,7 @@ void FreeTypeText::Render()
             *pixel++ = 0x010101u * (255u - weights[coverage.At(x, y)]);
     }
     bitmap.Colorize(Color.value());
+    coverage.DrawPictures(bitmap.Pixels(), Color.value().a);
     cacheState = CacheState::Rendered;
 }
 

@@ -52,12 +52,13 @@ std::u32string Decoded(std::string_view text)
     return characters;
 }
 
-/// What belongs to the character before it: combining marks, joiners, marks of direction and selectors of
-/// variants.
+/// What belongs to the character before it: combining marks, joiners, marks of direction, selectors of
+/// variants and tones.
 bool IsAttached(char32_t character)
 {
     return (character >= 0x300 && character < 0x370) || (character >= 0x200C && character < 0x2010) ||
-           (character >= 0xFE00 && character < 0xFE10) || (character >= 0x20D0 && character < 0x2100);
+           (character >= 0x20D0 && character < 0x2100) || (character >= 0xFE00 && character < 0xFE10) ||
+           (character >= 0x1F3FB && character < 0x1F400);
 }
 
 }  // namespace
