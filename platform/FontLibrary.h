@@ -34,7 +34,10 @@ private:
     using FacePath = std::pair<std::string, int>;  // of a file, and the place of a font in it
 
     FontLibrary();
-    const FontFace* Match(const std::string& name, char32_t character, bool bold);
+    enum class Colours { None, Some };
+    /// @param name       empty for any
+    /// @param character  0 for any
+    const FontFace* Match(const std::string& name, char32_t character, bool bold, Colours colours);
     const FontFace* Open(const FacePath& path);
 
     std::mutex mutex;

@@ -49,9 +49,9 @@ std::string FontOf(const std::vector<std::pair<std::string, std::string>>& table
 
 constexpr std::uint32_t side = 20;  // of the only glyph, pixels of its only size
 
-/// A font with U+10FFFD alone, a square as wide as an em, a tenth of it below the baseline.
+/// A font of one character, a square as wide as an em, a tenth of it below the baseline.
 /// @param pixel  one of the square's, of four bytes with colour or one without
-std::string SquareFont(const std::string& pixel)
+std::string SquareFont(std::uint32_t character, const std::string& pixel)
 {
     const bool coloured = pixel.size() == 4;
     FontBytes head, hhea, maxp, hmtx, cmap, places, pictures;
@@ -62,7 +62,7 @@ std::string SquareFont(const std::string& pixel)
     hmtx.AddShorts({1000, 0, 1000, 0});
     cmap.AddShorts({0, 1, 3, 10}).Add(4, 12);
     cmap.AddShorts({12, 0}).Add(4, 28).Add(4, 0).Add(4, 1);
-    cmap.Add(4, 0x10FFFD).Add(4, 0x10FFFD).Add(4, 1);
+    cmap.Add(4, character).Add(4, character).Add(4, 1);
 
     const std::uint32_t pictureSize = 5 + side * side * static_cast<std::uint32_t>(pixel.size());
     places.Add(4, coloured ? 0x30000 : 0x20000).Add(4, 1);
@@ -85,12 +85,13 @@ std::string SquareFont(const std::string& pixel)
                    {"maxp", maxp.Text()}});
 }
 
-/// A system with one font.
+/// A system with a font for U+10FFFD, and with one that lacks it.
 class PictureFonts : public testing::TestWithParam<bool> {
 protected:
     void Install(const std::string& font)
     {
         folder.write("Square.ttf", font);
+        folder.write("Other.ttf", SquareFont(0x10FFFC, "\xFF"));
         folder.write("fonts.conf", "<fontconfig><dir>" + (folder / "").string() + "</dir><cachedir>" +
                                        (folder / "cache").string() + "</cachedir></fontconfig>");
         setenv("FONTCONFIG_FILE", (folder / "fonts.conf").c_str(), 1);
@@ -104,7 +105,8 @@ protected:
 TEST_P(PictureFonts, AreDrawnInTheSizeOfTheText)
 {
     const bool coloured = GetParam();
-    Install(SquareFont(coloured ? std::string("\x00\x40\x80\x80", 4) : "\xFF"));  // half of an orange
+    Install(
+        SquareFont(0x10FFFD, coloured ? std::string("\x00\x40\x80\x80", 4) : "\xFF"));  // half of an orange
     DeviceBacking backing;
     FreeTypeText text(backing);
     text.Color.assign(Color{0, 0, 255, 255});
