@@ -10,7 +10,11 @@ Shape::Shape(UserInterface& ui, Control* parent, Color fillColor)
     : Control(ui, parent), FillColor(fillColor, this), rendered(ui.Backing())
 {}
 
-Rect Shape::InnerRect() const { return clientRect.Inset(std::max(BorderWidth.value(), 0.0f)); }
+Rect Shape::InnerRect() const
+{
+    // Whole pixels, or opposite edges would come out a pixel apart.
+    return clientRect.Inset(userInterface.Backing().Snap(std::max(BorderWidth.value(), 0.0f)));
+}
 
 void Shape::PaintContent(Canvas& canvas)
 {

@@ -73,6 +73,31 @@ TEST_F(PaintedControls, AShapeFillsWithinItsBorder)
     EXPECT_TRUE(Found(red).IsEmpty());
 }
 
+TEST_F(PaintedControls, AShapesBorderIsEquallyThickAtEveryScale)
+{
+    Shape shape(ui, &root, red);
+    shape.SetBounds({10, 10, 30, 30});
+    shape.BorderColor.assign(blue);
+    for (int level = 0; level < DeviceBacking::levelCount; ++level) {
+        ui.Backing().SetLevel(level);
+        for (const float width : {0.5f, 1.0f, 1.5f, 3.0f}) {
+            shape.BorderWidth.assign(width);
+            ui.Paint();
+            const float scale = ui.Backing().Scale();
+            const auto isBorder = [&](int x, int y) {
+                return ui.Picture().GetPixels()[y * ui.Picture().GetSize().x + x] == ToPixel(blue);
+            };
+            const int start = ToDevice(10, scale), end = ToDevice(30, scale), middle = ToDevice(20, scale);
+            const int thickness = ToDevice(width, scale);
+            for (int i = 0; i < end - start; ++i) {
+                const bool expected = i < thickness || i >= end - start - thickness;
+                EXPECT_EQ(isBorder(start + i, middle), expected) << scale << ' ' << width << ' ' << i;
+                EXPECT_EQ(isBorder(middle, start + i), expected) << scale << ' ' << width << ' ' << i;
+            }
+        }
+    }
+}
+
 TEST_F(PaintedControls, AShapesGradientRunsInItsDirection)
 {
     Shape shape(ui, &root, {});
