@@ -310,7 +310,7 @@ private:
         }
 
     private:
-        static constexpr int lag = stages + 3;                      // steps of the second filter
+        static constexpr int lag = stages + 2;                      // steps of the second filter
         static constexpr int depth = stages + (filters - 1) * lag;  // until a sample is through
 
         template <int n>
