@@ -131,7 +131,8 @@ TEST_F(TextTest, CapitalsStandInTheMiddleOnceShifted)
             backing.SetLevel(level);
             text.Size.assign(size);
             const Bitmap& picture = text.GetBitmap();
-            const auto [columns, rows] = picture.GetSize();
+            const int columns = picture.GetSize().x;
+            const int rows = picture.GetSize().y;
             const auto isInk = [&](int row) {
                 const std::uint32_t* first = picture.GetPixels() + row * columns;
                 // More than half covered: the fourth byte is 255 less the alpha.
