@@ -13,6 +13,7 @@ X11Dialog::X11Dialog(X11Interface& editor, Point size, const std::string& title)
     options.scale = owner.Backing().Scale();
     options.transientFor = owner.Window().TopLevel();
     options.title = title;
+    options.over = owner.Window().ScreenRect();
     ui = X11Interface::Open(loop, options, owner.Clock());
     if (!ui)
         return;

@@ -197,10 +197,8 @@ void X11Interface::propertyChanged(AbstractProperty& property)
 
 void X11Interface::PollModifiers()
 {
-    const int held = keyboard->Modifiers();
-    constexpr int polled = InputFlags::ctrl | InputFlags::shift;
-    if (!IsInputBlocked() && (held & polled) != (control->LastFlags() & polled))
-        control->WindowModifiers(FilterFlags(held));
+    if (const auto held = keyboard->Modifiers(); held && !IsInputBlocked())
+        control->WindowModifiers(FilterFlags(*held));
 }
 
 void X11Interface::CheckMonitor()

@@ -38,6 +38,8 @@ public:
         /// A dialog over this window, with this title. Only without a parent.
         xcb_window_t transientFor = XCB_WINDOW_NONE;
         std::string title;
+        /// What it opens over the middle of, device pixels of the screen; empty for the first monitor.
+        DeviceRect over;
     };
     static constexpr int automaticScale = 1;
 
