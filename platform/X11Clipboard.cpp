@@ -63,14 +63,15 @@ std::optional<std::string> X11Clipboard::OwnedInProcess(xcb_window_t owner)
 
 std::string X11Clipboard::GetText()
 {
-    if (isOwner)
-        return owned;
     X11Connection& display = interface.Connection();
     const xcb_atom_t selection = display.Atom(X11Atom::ClipboardSelection);
     const X11Reply<xcb_get_selection_owner_reply_t> owner(
         xcb_get_selection_owner_reply(display, xcb_get_selection_owner(display, selection), nullptr));
     if (!owner || !owner->owner)
         return {};
+    // The display's word: that another program took it over may not have been read yet.
+    if (owner->owner == window)
+        return owned;
     if (auto text = OwnedInProcess(owner->owner))
         return *std::move(text);
     const xcb_timestamp_t now = display.LastInputTime();

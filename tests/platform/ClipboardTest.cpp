@@ -1,6 +1,7 @@
 #include "EditorFixture.h"
 #include "platform/X11Clipboard.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <thread>
@@ -67,9 +68,10 @@ struct OtherProgram {
         xcb_change_window_attributes(host, request.requestor, XCB_CW_EVENT_MASK, &events);
         Put(request, host.Atom("INCR"), 32, std::string("\0\0\0\1", 4));
         Notify(request, true);
-        for (std::size_t sent = 0; sent <= data.size(); sent += piece) {
+        // An empty piece ends it.
+        for (std::size_t sent = 0; sent < data.size() + piece; sent += piece) {
             WaitForProperty(request.requestor, XCB_PROPERTY_DELETE);
-            Put(request, request.target, 8, data.substr(sent, piece));
+            Put(request, request.target, 8, data.substr(std::min(sent, data.size()), piece));
             xcb_flush(host);
         }
     }
