@@ -12,6 +12,7 @@ namespace {
 
 constexpr float rowHeight = 20.0f;
 constexpr float rowIndent = 24.0f;
+constexpr float choiceIndent = 6.0f;
 
 std::unique_ptr<Text> dialogText(UserInterface& ui, const std::string& string)
 {
@@ -37,13 +38,34 @@ void DialogButton::SetDefault(bool is)
     Invalidate();
 }
 
+void DialogButton::SetShowsChoice(bool shows)
+{
+    showsChoice = shows;
+    text->MaxWidth.assign(GetWidth() - 2.0f * choiceIndent - 14.0f);
+    text->Style.assign(Text::LineStyle::Ellipsis);
+    Invalidate();
+}
+
+void DialogButton::SetLabel(const std::string& label)
+{
+    text->String.assign(label);
+    Invalidate();
+}
+
 void DialogButton::PaintContent(Canvas& canvas)
 {
     const Rect client = GetClientRect();
     canvas.FillRect(client, isDefault ? DialogStyle::highlight : DialogStyle::border);
     canvas.FillRect(client.Inset(1.0f), isDown ? DialogStyle::pressedButton : DialogStyle::button);
-    canvas.DrawBitmapAt(text->GetBitmap(),
-                        {(GetWidth() - text->GetWidth()) * 0.5f, (GetHeight() - text->GetHeight()) * 0.5f});
+    const float textTop = (GetHeight() - text->GetHeight()) * 0.5f;
+    if (!showsChoice) {
+        canvas.DrawBitmapAt(text->GetBitmap(), {(GetWidth() - text->GetWidth()) * 0.5f, textTop});
+        return;
+    }
+    canvas.DrawBitmapAt(text->GetBitmap(), {choiceIndent, textTop});
+    const Point tip{client.right - 11.0f, client.bottom * 0.5f + 2.0f};
+    for (const float side : {-4.0f, 4.0f})
+        canvas.DrawLine(tip + Point{side, -4.0f}, tip, client, DialogStyle::text, 1.5f);
 }
 
 void DialogButton::Clicked()
@@ -98,10 +120,12 @@ DialogList::DialogList(UserInterface& ui, Control* parent) : Control(ui, parent)
 
 void DialogList::SetEntries(std::vector<Entry> newEntries)
 {
+    const std::string kept = selected >= 0 ? entries[static_cast<std::size_t>(selected)].text : std::string();
     entries = std::move(newEntries);
-    selected = -1;
-    offset = 0.0f;
-    Invalidate();
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&kept](const Entry& entry) { return entry.text == kept; });
+    selected = found != entries.end() ? static_cast<int>(found - entries.begin()) : -1;
+    ScrollTo(offset);
 }
 
 void DialogList::Select(int index)

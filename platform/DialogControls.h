@@ -16,6 +16,9 @@ public:
     DialogButton(UserInterface& ui, Control* parent, const std::string& label, std::function<void()> pressed);
     /// The one that Enter presses.
     void SetDefault(bool is);
+    /// Draws it as what a menu of choices opens from, with the chosen one as its label.
+    void SetShowsChoice(bool shows);
+    void SetLabel(const std::string& label);
     void PaintContent(Canvas& canvas) override;
     void Clicked() override;
     void MouseDown(int button, Point point, int flags) override;
@@ -25,6 +28,7 @@ private:
     std::unique_ptr<Text> text;
     std::function<void()> action;
     bool isDefault = false;
+    bool showsChoice = false;
     bool isDown = false;
 };
 
@@ -50,6 +54,7 @@ public:
     std::function<void(int index)> OnSelected;
     std::function<void(int index)> OnOpened;
 
+    /// The selected entry stays so where it is there still. Nobody hears of it.
     void SetEntries(std::vector<Entry> newEntries);
     const std::vector<Entry>& Entries() const { return entries; }
     int Selected() const { return selected; }

@@ -9,7 +9,7 @@ namespace gui {
 class X11Interface;
 
 /// Keeps an editor alive while the main thread waits for a choice: its paints, its timers and its ticks go
-/// on. The root's lock has to be free.
+/// on, and those of all loops around this one. The root's lock has to be free.
 class X11NestedLoop {
 public:
     /// Runs until `isDone`, which is asked at least every 10 ms, or the window is lost.
