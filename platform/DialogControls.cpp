@@ -13,6 +13,9 @@ namespace {
 constexpr float rowHeight = 20.0f;
 constexpr float rowIndent = 24.0f;
 constexpr float choiceIndent = 6.0f;
+constexpr float thumbWidth = 6.0f;
+constexpr float thumbGap = 3.0f;  // around it
+constexpr float leastThumb = 20.0f;
 
 std::unique_ptr<Text> dialogText(UserInterface& ui, const std::string& string)
 {
@@ -142,9 +145,22 @@ void DialogList::Select(int index)
 
 void DialogList::ScrollTo(float wanted)
 {
-    const float content = static_cast<float>(entries.size()) * rowHeight;
-    offset = std::clamp(wanted, 0.0f, std::max(0.0f, content - GetHeight()));
+    offset = std::clamp(wanted, 0.0f, std::max(0.0f, ContentHeight() - GetHeight()));
     Invalidate();
+}
+
+float DialogList::ContentHeight() const { return static_cast<float>(entries.size()) * rowHeight; }
+
+int DialogList::RowsPerPage() const { return std::max(1, static_cast<int>(GetHeight() / rowHeight) - 1); }
+
+Rect DialogList::Thumb() const
+{
+    const float content = ContentHeight(), track = GetHeight() - 2.0f * thumbGap;
+    if (content <= GetHeight())
+        return {};
+    const float length = std::max(track * GetHeight() / content, leastThumb);
+    const float top = thumbGap + (track - length) * offset / (content - GetHeight());
+    return Rect::At({GetWidth() - thumbGap - thumbWidth, top}, {thumbWidth, length});
 }
 
 int DialogList::RowAt(Point point) const
@@ -179,19 +195,44 @@ void DialogList::PaintContent(Canvas& canvas)
         canvas.DrawBitmapAt(text->GetBitmap(), {rowIndent, top + (rowHeight - text->GetHeight()) * 0.5f});
     }
     canvas.Restore(before);
+    if (const Rect thumb = Thumb(); !thumb.IsEmpty())
+        canvas.FillRect(thumb, dragsThumb ? DialogStyle::border : DialogStyle::separator);
 }
 
 void DialogList::MouseDown(int pressed, Point point, int inputFlags)
 {
-    if (pressed == MouseButton::left)
+    const Rect thumb = Thumb();
+    dragsThumb = pressed == MouseButton::left && !thumb.IsEmpty() && point.x >= thumb.left - thumbGap;
+    if (dragsThumb) {
+        const bool holds = point.y >= thumb.top && point.y < thumb.bottom;
+        thumbGrip = holds ? point.y - thumb.top : thumb.Height() * 0.5f;
+        MouseMoved(point, inputFlags);
+    } else if (pressed == MouseButton::left) {
         Select(RowAt(point));
+    }
     Control::MouseDown(pressed, point, inputFlags);
+}
+
+void DialogList::MouseMoved(Point point, int inputFlags)
+{
+    if (const Rect thumb = Thumb(); dragsThumb && !thumb.IsEmpty()) {
+        const float room = GetHeight() - 2.0f * thumbGap - thumb.Height();
+        ScrollTo((point.y - thumbGrip - thumbGap) / std::max(room, 1.0f) * (ContentHeight() - GetHeight()));
+    }
+    Control::MouseMoved(point, inputFlags);
+}
+
+void DialogList::MouseUp(int released, Point point, int inputFlags)
+{
+    dragsThumb = false;
+    Invalidate();
+    Control::MouseUp(released, point, inputFlags);
 }
 
 void DialogList::DoubleClicked()
 {
     Control::DoubleClicked();
-    if (selected >= 0 && OnOpened)
+    if (!dragsThumb && selected >= 0 && OnOpened)
         OnOpened(selected);
 }
 

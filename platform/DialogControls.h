@@ -42,7 +42,8 @@ private:
     std::vector<std::unique_ptr<Text>> lines;
 };
 
-/// A list to choose one entry from, by a click or with the arrow keys; a double-click opens it.
+/// A list to choose one entry from, by a click or with the arrow keys; a double-click opens it. What is
+/// longer scrolls by wheel and at its right edge.
 class DialogList : public Control {
 public:
     struct Entry {
@@ -59,20 +60,28 @@ public:
     const std::vector<Entry>& Entries() const { return entries; }
     int Selected() const { return selected; }
     void Select(int index);  // -1 for none; into view
+    int RowsPerPage() const;
 
     void PaintContent(Canvas& canvas) override;
     void MouseDown(int button, Point point, int flags) override;
+    void MouseMoved(Point point, int flags) override;
+    void MouseUp(int button, Point point, int flags) override;
     void DoubleClicked() override;
     bool WheelDelta(Point point, int flags, float delta, Orientation axis) override;
 
 private:
     int RowAt(Point point) const;
     void ScrollTo(float wanted);
+    float ContentHeight() const;
+    /// What the mouse scrolls by, at the right; empty where everything is in view.
+    Rect Thumb() const;
 
     std::vector<Entry> entries;
     std::unique_ptr<Text> text;
     int selected = -1;
     float offset = 0.0f;
+    bool dragsThumb = false;
+    float thumbGrip = 0.0f;  // from its top to the mouse that holds it
 };
 
 }  // namespace gui

@@ -4,6 +4,7 @@
 #include "gui/Menu.h"
 #include "gui/PopupMenu.h"
 #include "gui/Timer.h"
+#include "platform/DialogStyle.h"
 #include "platform/X11Control.h"
 
 #include <algorithm>
@@ -100,16 +101,19 @@ void FileBrowser::AddControls()
         filters->SetShowsChoice(true);
     }
     if (saves)
-        AddNameField(Rect::At({margin, listBottom + margin * 0.5f}, {size.x - 2.0f * margin, lineHeight}));
+        AddNameField(Rect::At({margin, listBottom + margin}, {size.x - 2.0f * margin, lineHeight}));
 }
 
 void FileBrowser::AddNameField(const Rect& rect)
 {
+    nameFrame = std::make_unique<Control>(dialog.Ui(), &dialog.Ui().Window());
+    nameFrame->BackgroundColor.assign(DialogStyle::border);
+    nameFrame->SetBounds(rect.left, rect.top, rect.Width(), rect.Height());
     name = std::make_unique<X11TextEditor>(dialog.Ui());
     name->SetStaysOpen(true);
     name->OnReturn.setHandler(NotifyEvent::handler([this](void*) { Accept(); }));
     name->OnEscape.setHandler(NotifyEvent::handler([this](void*) { dialog.End(false); }));
-    name->Open(request.name, rect);
+    name->Open(request.name, rect.Inset(1.0f));
 }
 
 bool FileBrowser::Run(std::string& path)
@@ -305,6 +309,12 @@ bool FileBrowser::TakeKey(const X11Key& key)
         return true;
     case XKB_KEY_Down:
         list->Select(list->Selected() + 1);
+        return true;
+    case XKB_KEY_Prior:
+        list->Select(std::max(list->Selected() - list->RowsPerPage(), 0));
+        return true;
+    case XKB_KEY_Next:
+        list->Select(list->Selected() + list->RowsPerPage());
         return true;
     case XKB_KEY_Home:
         list->Select(0);

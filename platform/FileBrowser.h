@@ -61,6 +61,7 @@ private:
     std::unique_ptr<DialogButton> accept;
     std::unique_ptr<DialogButton> cancel;
     std::unique_ptr<DialogButton> filters;
+    std::unique_ptr<Control> nameFrame;
     std::unique_ptr<X11TextEditor> name;  // to save at
     std::string chosen;
 };

@@ -6,6 +6,21 @@
 
 namespace gui {
 
+namespace {
+
+/// The window's ground, with a line around it: not every window manager gives it a frame.
+class Ground : public Control {
+public:
+    using Control::Control;
+    void PaintContent(Canvas& canvas) override
+    {
+        canvas.FillRect(GetClientRect(), DialogStyle::border);
+        canvas.FillRect(GetClientRect().Inset(1.0f), DialogStyle::background);
+    }
+};
+
+}  // namespace
+
 X11Dialog::X11Dialog(X11Interface& editor, Point size, const std::string& title) : owner(editor)
 {
     X11Interface::Options options;
@@ -17,8 +32,8 @@ X11Dialog::X11Dialog(X11Interface& editor, Point size, const std::string& title)
     ui = X11Interface::Open(loop, options, owner.Clock());
     if (!ui)
         return;
-    background = std::make_unique<Control>(*ui, &ui->Window());
-    background->BackgroundColor.assign(DialogStyle::background);
+    background = std::make_unique<Ground>(*ui, &ui->Window());
+    background->Opaque.assign(true);
     background->SetSize(size);
     background->Enabled.assign(false);
     ui->OnCloseRequested.setHandler(NotifyEvent::handler([this](void*) { End(false); }));
