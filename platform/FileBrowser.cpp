@@ -86,7 +86,10 @@ void FileBrowser::AddControls()
     list = std::make_unique<DialogList>(ui, root);
     list->SetBounds(margin, listTop, size.x - 2.0f * margin, listBottom - listTop);
     list->OnSelected = [this](int index) { Selected(index); };
-    list->OnOpened = [this](int index) { Opened(index); };
+    list->OnOpened = [this](int index) {
+        typedAhead.clear();
+        Opened(index);
+    };
     accept = std::make_unique<DialogButton>(ui, root, acceptLabel(request.kind), [this] { Accept(); });
     cancel = std::make_unique<DialogButton>(ui, root, "Cancel", [this] { dialog.End(false); });
     float x = size.x - margin - buttonSize.x;
@@ -133,13 +136,14 @@ void FileBrowser::OpenNextStart()
     OpenFolder(next);
 }
 
-void FileBrowser::OpenFolder(const std::string& wanted)
+void FileBrowser::OpenFolder(const std::string& wanted, const std::string& choice)
 {
     // By the letters alone: to ask the file system might take minutes.
     folder = std::filesystem::path(wanted).lexically_normal().string();
     if (!folder.ends_with('/'))
         folder += '/';
-    typedAhead.clear();
+    isShown = false;
+    goal = choice;
     entries.clear();
     list->SetEntries({});
     ShowLine(folder);
@@ -155,6 +159,7 @@ void FileBrowser::FollowReading()
     const FolderReading::State state = reading->Now();
     if (state == FolderReading::State::Waiting)
         return;
+    isShown = true;
     const std::size_t known = entries.size();
     entries = reading->Entries();
     std::sort(entries.begin(), entries.end(), stands);
@@ -162,10 +167,12 @@ void FileBrowser::FollowReading()
         ShowEntries();
     if (state != FolderReading::State::Linking)
         ReadingEnded(state);
-    // They may open other folders, where the rest of them means nothing.
-    for (const X11Key& key : std::exchange(typedAhead, {}))
-        if (timer && !IsWaiting())
-            TakeKey(key);
+    // Each may open another folder, for which the rest then waits.
+    while (isShown && !typedAhead.empty()) {
+        const X11Key key = std::move(typedAhead.front());
+        typedAhead.pop_front();
+        TakeKey(key);
+    }
 }
 
 void FileBrowser::ReadingEnded(FolderReading::State state)
@@ -199,8 +206,16 @@ void FileBrowser::ShowEntries()
 
 void FileBrowser::ShowLine(const std::string& text)
 {
-    line = std::make_unique<DialogText>(dialog.Ui(), &dialog.Ui().Window(), text, 0.0f);
-    line->SetPosition({margin, margin});
+    const auto show = [this](const std::string& shown) {
+        line = std::make_unique<DialogText>(dialog.Ui(), &dialog.Ui().Window(), shown, 0.0f);
+        line->SetPosition({margin, margin});
+    };
+    show(text);
+    // The end of a long path says more than its beginning.
+    constexpr float room = size.x - 2.0f * margin;
+    for (std::size_t slash = text.find('/', 1); line->GetWidth() > room && slash != std::string::npos;
+         slash = text.find('/', slash + 1))
+        show("\xE2\x80\xA6" + text.substr(slash));
 }
 
 void FileBrowser::ShowFilters()
@@ -260,11 +275,12 @@ void FileBrowser::Choose(const std::string& typed)
     std::string parent = path.parent_path().string();
     if (!parent.ends_with('/'))
         parent += '/';
-    goal = path.filename().string();
     if (parent != folder)
-        OpenFolder(parent);
-    else if (!IsWaiting())
-        ChooseHere(std::exchange(goal, {}));
+        OpenFolder(parent, path.filename().string());
+    else if (isShown)
+        ChooseHere(path.filename().string());
+    else
+        goal = path.filename().string();
 }
 
 void FileBrowser::ChooseHere(const std::string& wanted)
@@ -296,10 +312,11 @@ bool FileBrowser::TakeKey(const X11Key& key)
     if (key.symbol == XKB_KEY_Escape)
         return false;
     if (key.symbol == XKB_KEY_BackSpace) {
+        typedAhead.clear();
         OpenFolder(folder + parentFolder);
         return true;
     }
-    if (IsWaiting()) {
+    if (!isShown) {
         typedAhead.push_back(key);
         return true;
     }

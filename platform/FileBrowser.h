@@ -6,6 +6,7 @@
 #include "platform/X11Dialog.h"
 #include "platform/X11TextEditor.h"
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
@@ -28,7 +29,8 @@ public:
 private:
     void AddControls();
     void AddNameField(const Rect& rect);
-    void OpenFolder(const std::string& wanted);
+    /// @param choice  a name in it to choose as soon as it is there; empty for none
+    void OpenFolder(const std::string& wanted, const std::string& choice = {});
     void OpenNextStart();
     void FollowReading();
     void ReadingEnded(FolderReading::State state);
@@ -42,7 +44,6 @@ private:
     void ChooseHere(const std::string& name);
     void End(const std::string& path);
     bool TakeKey(const X11Key& key);
-    bool IsWaiting() const { return !reading || reading->Now() == FolderReading::State::Waiting; }
     const FolderReading::Entry* Find(const std::string& name) const;
 
     const FileRequest& request;
@@ -52,10 +53,11 @@ private:
     std::string folder;               // with the separator at its end
     std::unique_ptr<FolderReading> reading;
     std::unique_ptr<Timer> timer;               // looks how far the reading is
+    bool isShown = false;                       // the folder in hand, as far as it is known
     std::vector<FolderReading::Entry> entries;  // all, in order
     std::size_t filter = 0;
-    std::vector<X11Key> typedAhead;  // before the folder was there
-    std::string goal;                // what to choose once it is there
+    std::deque<X11Key> typedAhead;  // before the folder was there
+    std::string goal;               // what to choose once it is there
     std::unique_ptr<DialogText> line;
     std::unique_ptr<DialogList> list;
     std::unique_ptr<DialogButton> accept;
