@@ -9,6 +9,8 @@ namespace gui {
 /// The names that this platform speaks of with other programs. The order is that of `x11AtomNames`.
 enum class X11Atom {
     ClipboardSelection,
+    ClipboardManager,
+    SaveTargets,
     Utf8String,
     Targets,
     Text,
@@ -48,6 +50,8 @@ enum class X11Atom {
 
 inline constexpr std::array<const char*, static_cast<std::size_t>(X11Atom::count)> x11AtomNames{
     "CLIPBOARD",
+    "CLIPBOARD_MANAGER",
+    "SAVE_TARGETS",
     "UTF8_STRING",
     "TARGETS",
     "TEXT",
