@@ -164,16 +164,14 @@ PortalFileChooser::Result PortalFileChooser::Run(const FileRequest& fileRequest,
     const std::shared_ptr<const bool> alive = owner.Liveness();
     const TickMs clock = owner.Clock();
     const std::uint32_t start = clock();
-    owner.SetInputBlocked(true);
     {
+        const X11InputBlock block(nullptr);
         const RootControl::Suspension suspension(owner.Window());
         X11NestedLoop::Run(owner, [&] {
             Poll();
             return answered || (!isShown && clock() - start > (callSerial ? patienceMs : busPatienceMs));
         });
     }
-    if (*alive)
-        owner.SetInputBlocked(false);
     if (!answered)
         Withdraw();
     if (result == Result::Chosen) {

@@ -48,17 +48,9 @@ bool X11Dialog::Run()
     if (!ui || ended)
         return accepted;
     const PipeSignalGuard guard;
-    const std::shared_ptr<const bool> alive = owner.Liveness();
-    owner.SetInputBlocked(true);
-    bool answered = false;
-    {
-        const RootControl::Suspension suspension(owner.Window());
-        answered = X11NestedLoop::Run(
-            owner, [this] { return ended; }, ui.get());
-    }
-    if (*alive)
-        owner.SetInputBlocked(false);
-    return answered && accepted;
+    const X11InputBlock block(ui.get());
+    const RootControl::Suspension suspension(owner.Window());
+    return X11NestedLoop::Run(owner, [this] { return ended; }) && accepted;
 }
 
 void X11Dialog::End(bool isAccepted)

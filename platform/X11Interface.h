@@ -48,6 +48,9 @@ public:
                                               TickMs tick = systemTickMs);
     ~X11Interface() override;
 
+    /// All that live on this thread: editors and dialogs. The last one opened comes first.
+    static std::vector<X11Interface*> OfThread();
+
     /// The scale that a user's setting asks for; 0 for automatic.
     static float OverrideScale(int scaleSetting) noexcept;
 
@@ -74,7 +77,7 @@ public:
     void SetFlagsFilter(std::function<int(int flags)> filter) { flagsFilter = std::move(filter); }
     int FilterFlags(int flags) const { return flagsFilter ? flagsFilter(flags) : flags; }
 
-    /// While a dialog is open over it: mouse and keys do nothing.
+    /// While a dialog is open: mouse and keys do nothing. Each block has to be taken back.
     void SetInputBlocked(bool blocked);
     bool IsInputBlocked() const { return inputBlocks > 0; }
 
@@ -155,6 +158,7 @@ private:
     bool positionStale = false;
     std::uint32_t positionTime = 0;  // of the last move
     X11Screens::Monitor lastMonitor;
+    X11Interface* nextOfProcess = nullptr;
 };
 
 }  // namespace gui

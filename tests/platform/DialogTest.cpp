@@ -7,6 +7,7 @@
 
 #include <xkbcommon/xkbcommon.h>
 
+#include <atomic>
 #include <condition_variable>
 #include <filesystem>
 #include <fstream>
@@ -94,6 +95,30 @@ TEST_F(DialogTest, AMessageIsAnsweredByKeysAndMouse)
                host->Click(place[0] + place[2] - 150, place[1] + place[3] - 29);
            });
     EXPECT_TRUE(confirmed);
+}
+
+TEST_F(DialogTest, OtherEditorsGoOnButTakeNoInput)
+{
+    TestLoop otherLoop;
+    X11Interface::Options options;
+    options.parent = host->Window();
+    options.size = {50.0f, 50.0f};
+    const auto other = X11Interface::Open(otherLoop, options);
+    ASSERT_TRUE(other);
+    RecordingControl inside(*other, &other->GetRootControl());
+    inside.SetSize(options.size);
+    std::atomic<int> ticks = 0;
+    other->OnTick.setHandler(NotifyEvent::handler([&](void*) { ++ticks; }));
+    Answer([&] { ui->Platform().ShowMessageBox("Text", 1, {}); },
+           [&](xcb_window_t) {
+               host->Click(110, 60);
+               EXPECT_TRUE(TestHost::Wait([&] { return ticks > 3; }));
+               host->Type(XKB_KEY_Escape);
+           });
+    otherLoop.RunFor(30);
+    EXPECT_FALSE(inside.Has("down"));
+    host->Click(110, 60);
+    EXPECT_TRUE(otherLoop.RunUntil([&] { return inside.Has("down"); }));
 }
 
 TEST_F(DialogTest, OurOwnBrowserOpensSavesAndSelects)
