@@ -17,7 +17,7 @@ namespace gui {
 namespace {
 
 // Logical units.
-constexpr Point size{520.0f, 400.0f};
+constexpr Point browserSize{520.0f, 400.0f};
 constexpr float margin = 12.0f;
 constexpr float lineHeight = 24.0f;
 constexpr Point buttonSize{84.0f, 26.0f};
@@ -58,7 +58,7 @@ FileBrowser::FileBrowser(X11Interface& editor, const FileRequest& fileRequest,
                          std::shared_ptr<const FolderLister> folderLister)
     : request(fileRequest),
       lister(std::move(folderLister)),
-      dialog(editor, size, fileRequest.title),
+      dialog(editor, browserSize, fileRequest.title),
       starts{"/", homeFolder()}
 {
     if (!dialog.IsOpen())
@@ -80,11 +80,11 @@ void FileBrowser::AddControls()
     X11Interface& ui = dialog.Ui();
     Control* root = &ui.Window();
     const bool saves = request.kind == FileRequest::Kind::SaveFile;
-    const float buttonsTop = size.y - margin - buttonSize.y;
+    const float buttonsTop = browserSize.y - margin - buttonSize.y;
     const float listBottom = buttonsTop - margin - (saves ? lineHeight + margin : 0.0f);
     const float listTop = margin + lineHeight;
     list = std::make_unique<DialogList>(ui, root);
-    list->SetBounds(margin, listTop, size.x - 2.0f * margin, listBottom - listTop);
+    list->SetBounds(margin, listTop, browserSize.x - 2.0f * margin, listBottom - listTop);
     list->OnSelected = [this](int index) { Selected(index); };
     list->OnOpened = [this](int index) {
         typedAhead.clear();
@@ -92,7 +92,7 @@ void FileBrowser::AddControls()
     };
     accept = std::make_unique<DialogButton>(ui, root, acceptLabel(request.kind), [this] { Accept(); });
     cancel = std::make_unique<DialogButton>(ui, root, "Cancel", [this] { dialog.End(false); });
-    float x = size.x - margin - buttonSize.x;
+    float x = browserSize.x - margin - buttonSize.x;
     cancel->SetBounds(x, buttonsTop, buttonSize.x, buttonSize.y);
     x -= buttonSize.x + margin * 0.5f;
     accept->SetBounds(x, buttonsTop, buttonSize.x, buttonSize.y);
@@ -104,7 +104,7 @@ void FileBrowser::AddControls()
         filters->SetShowsChoice(true);
     }
     if (saves)
-        AddNameField(Rect::At({margin, listBottom + margin}, {size.x - 2.0f * margin, lineHeight}));
+        AddNameField(Rect::At({margin, listBottom + margin}, {browserSize.x - 2.0f * margin, lineHeight}));
 }
 
 void FileBrowser::AddNameField(const Rect& rect)
@@ -212,7 +212,7 @@ void FileBrowser::ShowLine(const std::string& text)
     };
     show(text);
     // The end of a long path says more than its beginning.
-    constexpr float room = size.x - 2.0f * margin;
+    constexpr float room = browserSize.x - 2.0f * margin;
     for (std::size_t slash = text.find('/', 1); line->GetWidth() > room && slash != std::string::npos;
          slash = text.find('/', slash + 1))
         show("\xE2\x80\xA6" + text.substr(slash));

@@ -17,7 +17,7 @@ constexpr float markWidth = 24.0f;   // check marks and icons
 constexpr float arrowWidth = 24.0f;  // and the room right of a text
 constexpr float rowPadding = 4.0f;   // above and below a text
 constexpr float separatorHeight = 9.0f;
-constexpr float leastWidth = 80.0f;
+constexpr float leastMenuWidth = 80.0f;
 constexpr float scrollEdge = 14.0f;  // where a long menu says that there is more
 
 }  // namespace
@@ -44,7 +44,7 @@ float X11MenuWindow::Logical(int device) const
 
 void X11MenuWindow::AddRows()
 {
-    float widest = leastWidth;
+    float widest = leastMenuWidth;
     int top = Device(edge);
     for (int i = 0; i < menu.ItemCount(); ++i) {
         MenuItem& item = *menu.GetItem(i);
