@@ -19,7 +19,26 @@ Delay::Delay(Environment& owner, int longestDelay)
       ring(lengthFor(owner, longestDelay)),
       mask(ring.size() - 1),
       readBase(ring.size())
-{}
+{
+    environment.memoryTrail().addStream(*this);
+}
+
+Delay::~Delay() { environment.memoryTrail().removeStream(*this); }
+
+void Delay::fetchAhead() const noexcept
+{
+    fetch(writeIndex);
+    fetch(readPlace);
+}
+
+/// A sub-block from `place` on.
+void Delay::fetch(int place) const noexcept
+{
+    constexpr int line = AlignedBuffer::alignment / sizeof(float);
+    const int last = std::min(place + environment.maxBlockSize(), ring.size() - 1);
+    for (; place <= last; place += line)
+        __builtin_prefetch(ring.data() + place, 1);
+}
 
 void Delay::setMaxDelay(int samples)
 {
@@ -74,6 +93,7 @@ void Delay::write(const float* samples, int count) noexcept
 void Delay::read(int delay, float* out, int count) noexcept
 {
     const int start = (writeIndex + readBase - delay - count) & mask;
+    readPlace = (start + count) & mask;
     const int first = std::min(count, ring.size() - start);
     if (start < filled)
         std::memcpy(out, ring.data() + start, static_cast<std::size_t>(first) * sizeof(float));
@@ -100,6 +120,7 @@ void Delay::readLinear(const float* delays, float* out, int count) noexcept
         else
             out[i] = b < filled ? part * samples[b] : 0.0f;
     }
+    readPlace = (base + count - static_cast<int>(delays[count - 1])) & mask;
 }
 
 void Delay::readAllpass(const float* delays, float* out, float* state, int count) noexcept

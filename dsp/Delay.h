@@ -14,10 +14,11 @@ namespace wave {
 ///
 /// Places at or above `filled` hold leftovers from before the last clear, except the first one, which is kept
 /// 0 for reads between the samples.
-class Delay : public Component, public AbstractDelay {
+class Delay : public Component, public AbstractDelay, private MemoryStream {
 public:
     /// @param longestDelay  samples
     Delay(Environment& owner, int longestDelay);
+    ~Delay() override;
 
     /// Makes the ring long enough; a new length clears it. Thread: main, or audio where nothing changes.
     void setMaxDelay(int samples);
@@ -41,6 +42,8 @@ public:
     static constexpr float ceiling = 1e6f;  // +120 dBFS
 
 private:
+    void fetchAhead() const noexcept REALTIME override;
+    void fetch(int place) const noexcept REALTIME;
     static int lengthFor(const Environment& environment, int longestDelay);
     void storeFinite(const float* samples, int place, int count) noexcept REALTIME;
 
@@ -51,6 +54,7 @@ private:
     int filled = 0;  // samples written since the last clear, up to the ring's length and a block
     int readBase;    // added to `writeIndex`: one past the newest sample that reads may see
     int writeIndex = 0;
+    int readPlace = 0;  // about where the next read will begin
 };
 
 }  // namespace wave

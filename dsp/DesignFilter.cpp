@@ -4,13 +4,13 @@ DesignFilter::DesignFilter(wave::Environment& owner, const StateVariableTables& 
                            const Style& firstStyle)
     : StateVariableFilter(owner, sharedTables), style(&firstStyle)
 {
-    setClipTable(style->clipTable());
+    changeCharacter(style->clipTable());
 }
 
 void DesignFilter::setStyle(const Style& newStyle) noexcept
 {
     style = &newStyle;
-    setClipTable(style->clipTable());
+    changeCharacter(style->clipTable());
 }
 
 FilterCharacter DesignFilter::characterAt(float frequency, float peak) const noexcept

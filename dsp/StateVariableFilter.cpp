@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -17,6 +18,7 @@ StateVariableFilter::StateVariableFilter(wave::Environment& owner, const StateVa
       segments(static_cast<std::size_t>(owner.maxBlockSize()), Coefficients{}),
       interleaved(lanes * owner.maxBlockSize())
 {
+    forgetSettings();
     owner.shareMemory(interleaved);
 }
 
@@ -42,15 +44,34 @@ void StateVariableFilter::prepare() noexcept
     if (sampleRate != environment().sampleRate()) {
         sampleRate = environment().sampleRate();
         log2SampleRate = std::log2(sampleRate);
+        forgetSettings();
     }
-    stageCount = slope == FilterSlope::Db48 ? 4 : slope == FilterSlope::Db24 ? 2 : 1;
+    const int stages = slope == FilterSlope::Db48 ? 4 : slope == FilterSlope::Db24 ? 2 : 1;
+    if (stageCount != stages || settingResponse != response) {
+        stageCount = stages;
+        settingResponse = response;
+        forgetSettings();
+    }
     styleGain = styleGainValue();
+}
+
+void StateVariableFilter::forgetSettings() noexcept
+{
+    constexpr float unset = std::numeric_limits<float>::quiet_NaN();
+    for (Setting& setting : settings)
+        setting = {unset, unset, unset};
 }
 
 void StateVariableFilter::setCoefficients(int lane, int segment, float frequency, float peak,
                                           float gain) noexcept
 {
     const auto at = static_cast<std::size_t>(lane);
+    if (segment == 0) {
+        const Setting setting{frequency, peak, gain};
+        if (settings[at] == setting)
+            return;
+        settings[at] = setting;
+    }
     Coefficients& target = segments[static_cast<std::size_t>(segment)];
     if (stageCount > 1 && response != FilterResponse::LowPass)
         peak = std::min(peak, tables.peakLimit.lookup(frequency - log2SampleRate));
@@ -78,6 +99,11 @@ void StateVariableFilter::copyCoefficients(int fromLane, int toLane, int segment
 {
     const auto from = static_cast<std::size_t>(fromLane);
     const auto to = static_cast<std::size_t>(toLane);
+    if (segment == 0) {
+        if (settings[to] == settings[from])
+            return;
+        settings[to] = settings[from];
+    }
     Coefficients& c = segments[static_cast<std::size_t>(segment)];
     c.frequency[to] = c.frequency[from];
     for (auto& stage : c.damping)

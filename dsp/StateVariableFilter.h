@@ -42,7 +42,12 @@ protected:
     virtual FilterCharacter characterAt(float frequency, float peak) const noexcept REALTIME;
     /// Drives the loop harder at the same level outside.
     virtual float styleGainValue() const noexcept REALTIME { return 1.0f; }
-    void setClipTable(const ClipTable& table) noexcept REALTIME { clipTable = &table.table(); }
+    /// Tells that another characteristic, whose clipper this is, answers from now on.
+    void changeCharacter(const ClipTable& table) noexcept REALTIME
+    {
+        clipTable = &table.table();
+        forgetSettings();
+    }
 
     void prepare() noexcept REALTIME override;
     void setCoefficients(int lane, int segment, float frequency, float peak,
@@ -56,7 +61,15 @@ private:
     using Coefficients = StateVariableKernel::Coefficients;
     static_assert(lanes == StateVariableKernel::lanes);
 
+    /// What coefficients follow from, besides what `prepare` finds.
+    struct Setting {
+        float frequency, peak, gain;
+        bool operator==(const Setting&) const = default;
+    };
+
     StateVariableKernel::Job job() noexcept REALTIME;
+    /// The next coefficients are all computed.
+    void forgetSettings() noexcept REALTIME;
     void setDampings(Coefficients& target, std::size_t lane, float resonance,
                      float peak) const noexcept REALTIME;
 
@@ -65,6 +78,8 @@ private:
     const ClipTable ownClipTable;
     const FunctionTable* clipTable;
     std::vector<Coefficients> segments;
+    // Behind the first segment's coefficients, which stay as long as nothing moves. NaN equals nothing.
+    Setting settings[lanes];
     wave::AlignedBuffer interleaved;  // sample by sample, the four lanes side by side
     StateVariableKernel::States states{};
     const StateVariableKernel* kernel = &StateVariableKernel::best();
@@ -72,4 +87,5 @@ private:
     float log2SampleRate = 0.0f;
     float styleGain = 1.0f;
     int stageCount = 1;
+    FilterResponse settingResponse = FilterResponse::LowPass;
 };

@@ -73,15 +73,28 @@ private:
     static void chooseStages(const Job* const (&jobs)[filters], int count) noexcept REALTIME
     {
         if (jobs[0]->stages == 1)
-            runSegments<filters, 1>(jobs, count);
+            chooseResponse<filters, 1>(jobs, count);
         else if (jobs[0]->stages == 2)
-            runSegments<filters, 2>(jobs, count);
+            chooseResponse<filters, 2>(jobs, count);
         else
-            runSegments<filters, 4>(jobs, count);
+            chooseResponse<filters, 4>(jobs, count);
+    }
+
+    /// Low-passes, which most filters are, have nothing to mix.
+    template <int filters, int stages>
+    static void chooseResponse(const Job* const (&jobs)[filters], int count) noexcept REALTIME
+    {
+        bool lowPass = true;
+        for (const Job* job : jobs)
+            lowPass = lowPass && job->mix.low == 1.0f && job->mix.band == 0.0f && job->mix.high == 0.0f;
+        if (lowPass)
+            runSegments<filters, stages, true>(jobs, count);
+        else
+            runSegments<filters, stages, false>(jobs, count);
     }
 
     /// Goes on to where the coefficients of any filter change, again and again.
-    template <int filters, int stages>
+    template <int filters, int stages, bool lowPass>
     static void runSegments(const Job* const (&jobs)[filters], int count) noexcept REALTIME
     {
         const Coefficients* segments[filters];
@@ -98,7 +111,7 @@ private:
             int length = left[0];
             for (int n = 1; n < filters; ++n)
                 length = left[n] < length ? left[n] : length;
-            Chain<filters, stages>(jobs, segments).run(samples, length);
+            Chain<filters, stages, lowPass>(jobs, segments).run(samples, length);
             count -= length;
             for (int n = 0; n < filters; ++n) {
                 samples[n] += lanes * length;
@@ -148,29 +161,47 @@ private:
         Vector low, band, high;
     };
 
+    /// One stage. A round turns the band state b into b + f (x - q b - low - f b) - k b^3, which is
+    /// `keep` b + `push` - k b^3 with `push` = f (x - low): so summed up, a round waits for two operations.
     template <class Vector>
     struct Stage {
         Vector q;
-        Vector turn;  // f (f + q): what a round takes off the band state
+        Vector keep;     // 1 - f (f + q)
+        Vector fall[2];  // what the first two rounds take off `push`, per band state
         Vector band;
         Vector low;
 
-        /// Three rounds with the same input. Each waits for the band state of the one before it, and little
-        /// else: what the low state and the cubic term add is ready by then.
-        template <bool cubic>
+        void setDamping(const Vector& damping, const Vector& f) noexcept REALTIME
+        {
+            q = damping;
+            const Vector turn = f * (f + q);
+            keep = Vector(1.0f) - turn;
+            // A 1 takes most digits off a small turn, which is the whole of a low cut-off. Between the rounds
+            // `push` loses f^2 b, and with it what those digits were, for all three rounds.
+            const Vector lost = turn - (Vector(1.0f) - keep);
+            fall[0] = f * f + (lost + lost);
+            fall[1] = f * f - lost;
+        }
+
+        /// Three rounds with the same input.
+        template <bool cubic, bool lowPass>
         Vector step(Vector x, Vector f, Vector k, const Mix<Vector>& mix) noexcept REALTIME
         {
+            Vector push = multiplySubtractFrom(f, low, f * x);
             Vector before;
             for (int round = 0; round < 3; ++round) {
-                const Vector bent = cubic ? multiplySubtractFrom(k * band, band * band, band) : band;
-                const Vector push = (x - low) * f;
-                before = band;
+                const Vector straight = multiplyAdd(keep, band, push);
+                if (round < 2)
+                    push = multiplySubtractFrom(fall[round], band, push);
                 low = multiplyAdd(f, band, low);
-                band = bent + multiplySubtractFrom(turn, band, push);
+                before = band;
+                band = cubic ? multiplySubtractFrom(k * band, band * band, straight) : straight;
             }
             const Vector high = multiplySubtractFrom(q, before, x) - low;
             band = clamp(band, Vector(-1.0f), Vector(1.0f));
             low = clamp(low, Vector(-10.0f), Vector(10.0f));
+            if constexpr (lowPass)
+                return low;
             return multiplyAdd(mix.band, band, multiplyAdd(mix.low, low, mix.high * high));
         }
     };
@@ -184,6 +215,16 @@ private:
                        Float8& behind) noexcept REALTIME
     {
         lookUpPairs(tables, indices, at, behind);
+    }
+
+    /// Of all ways of getting at single indices, reading them back from memory is the fastest: compilers
+    /// would rather take them out of a register one by one.
+    template <int size>
+    static void keepInMemory([[maybe_unused]] int (&indices)[size]) noexcept REALTIME
+    {
+#if defined(__GNUC__)
+        asm("" : "+m"(indices));
+#endif
     }
 
     /// The clippers of one filter or two.
@@ -211,6 +252,7 @@ private:
             alignas(32) int index[filters * lanes];
             const Vector place = clamp(multiplyAdd(x, inGain, offset), lowest, highest);
             const Vector weight = place - floorTo(place, index);
+            keepInMemory(index);
             Vector at, behind;
             lookUp(tables, index, at, behind);
             return multiplyAdd(behind - at, weight, at) * outGain;
@@ -222,8 +264,8 @@ private:
 
     /// All stages of one filter, or of two in series side by side, with the signal on its way through them.
     /// Each stage is a sample behind the one before it, so that none waits for another, and the second filter
-    /// one more behind the first one's clipper.
-    template <int filters, int stages>
+    /// some more behind the first one's clipper, which takes longer than a sample.
+    template <int filters, int stages, bool lowPass>
     class Chain {
     public:
         using Vector = decltype(loadEach<filters>([](int) { return static_cast<const float*>(nullptr); }));
@@ -245,8 +287,7 @@ private:
             mix.band = loadEach<filters>([&](int n) { return values[1][n]; });
             mix.high = loadEach<filters>([&](int n) { return values[2][n]; });
             for (int s = 0; s < stages; ++s) {
-                live[s].q = loadEach<filters>([&](int n) { return segments[n]->damping[s]; });
-                live[s].turn = f * (f + live[s].q);
+                live[s].setDamping(loadEach<filters>([&](int n) { return segments[n]->damping[s]; }), f);
                 live[s].band = loadEach<filters>([&](int n) { return chainJobs[n]->states->band[s]; });
                 live[s].low = loadEach<filters>([&](int n) { return chainJobs[n]->states->low[s]; });
             }
@@ -269,7 +310,7 @@ private:
         }
 
     private:
-        static constexpr int lag = stages + 1;                      // steps of the second filter
+        static constexpr int lag = stages + 2;                      // steps of the second filter
         static constexpr int depth = stages + (filters - 1) * lag;  // until a sample is through
 
         template <int n>
@@ -279,18 +320,28 @@ private:
             part<n>(live[s].low).store(jobs[n]->states->low[s]);
         }
 
-        /// What comes into the first stages.
-        Vector input(Float4 sample, [[maybe_unused]] Float4 secondSample) const noexcept REALTIME
+        /// What comes into the first stages in step t, read from what the first filter has before and behind
+        /// it.
+        Vector input(const float* samples, int t) const noexcept REALTIME
         {
+            if constexpr (filters == 1)
+                return Float4::load(samples + lanes * t) * gain;
+            else
+                return Float8(Float4::load(samples + lanes * t), Float4::load(samples + lanes * (t - lag))) *
+                       gain;
+        }
+        Vector edgeInput(const float* samples, int length, int t) const noexcept REALTIME
+        {
+            const Float4 sample = t < length ? Float4::load(samples + lanes * t) : Float4();
             if constexpr (filters == 1)
                 return sample * gain;
             else
-                return Float8(sample, secondSample) * gain;
+                return Float8(sample, t >= lag ? Float4::load(samples + lanes * (t - lag)) : Float4()) * gain;
         }
         static Vector step(Stage<Vector>& stage, const Vector& x, int s, const Chain& chain) noexcept REALTIME
         {
-            return s == 0 ? stage.template step<true>(x, chain.f, chain.k, chain.mix)
-                          : stage.template step<false>(x, chain.f, chain.k, chain.mix);
+            return s == 0 ? stage.template step<true, lowPass>(x, chain.f, chain.k, chain.mix)
+                          : stage.template step<false, lowPass>(x, chain.f, chain.k, chain.mix);
         }
 
         /// The steps in which every stage has a sample. On copies, which stay in registers.
@@ -303,17 +354,14 @@ private:
                 stage[s] = live[s];
                 pipe[s] = passing[s];
             }
-            Float4 clipped[2] = {between[0], between[1]};
             float* out = samples[0];
             float* secondOut = samples[filters - 1];
             for (int t = from; t < to; ++t) {
-                const Vector first = chain.input(Float4::load(out + lanes * t), clipped[1]);
+                const Vector first = chain.input(out, t);
                 for (int s = stages - 1; s >= 0; --s)
                     pipe[s] = step(stage[s], s == 0 ? first : pipe[s - 1], s, chain);
                 const Vector x = chain.clip(pipe[stages - 1]);
-                clipped[1] = clipped[0];
-                clipped[0] = part<0>(x);
-                clipped[0].store(out + lanes * (t - (stages - 1)));
+                part<0>(x).store(out + lanes * (t - (stages - 1)));
                 if constexpr (filters == 2)
                     part<1>(x).store(secondOut + lanes * (t - (depth - 1)));
             }
@@ -321,16 +369,13 @@ private:
                 live[s] = stage[s];
                 passing[s] = pipe[s];
             }
-            between[0] = clipped[0];
-            between[1] = clipped[1];
         }
 
         /// A step in which the first samples have not come to the last stages, or the last ones have left the
         /// first stages: those stand still.
         void runEdge(float* const (&samples)[filters], int length, int t) noexcept REALTIME
         {
-            const Vector first =
-                input(t < length ? Float4::load(samples[0] + lanes * t) : Float4(), between[1]);
+            const Vector first = edgeInput(samples[0], length, t);
             for (int s = stages - 1; s >= 0; --s) {
                 bool busy[filters];
                 for (int n = 0; n < filters; ++n) {
@@ -344,10 +389,8 @@ private:
                 if (s < stages - 1)
                     continue;
                 const Vector x = clip(passing[s]);
-                between[1] = between[0];
-                between[0] = part<0>(x);
                 if (busy[0])
-                    between[0].store(samples[0] + lanes * (t - s));
+                    part<0>(x).store(samples[0] + lanes * (t - s));
                 if constexpr (filters == 2) {
                     if (busy[1])
                         part<1>(x).store(samples[1] + lanes * (t - (depth - 1)));
@@ -361,7 +404,6 @@ private:
         Mix<Vector> mix;
         Stage<Vector> live[stages];
         Vector passing[stages];  // behind each stage
-        Float4 between[2];       // behind the first filter, the newer one first
     };
 };
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace gui {
 
@@ -25,7 +26,11 @@ constexpr std::size_t maxRegions = 3;
 
 Bitmap::Bitmap(DeviceBacking& deviceBacking) : backing(&deviceBacking) { backing->AddListener(*this); }
 
-Bitmap::~Bitmap() { backing->RemoveListener(*this); }
+Bitmap::~Bitmap()
+{
+    backing->RemoveListener(*this);
+    ReleaseSource();
+}
 
 void Bitmap::Load(std::string_view resourceName)
 {
@@ -48,7 +53,7 @@ void Bitmap::ReadSource(std::istream& stream, float scale)
         stream.clear();
         stream.seekg(0);
         filer->Read(stream);
-        sourcePixels = std::move(pixels);
+        sourcePixels = pixels;
         sourceSize = deviceSize;
         sourceScale = scale;
         ScaleSource();
@@ -62,13 +67,15 @@ void Bitmap::ScaleSource()
     const float ratio = backing->Scale() / sourceScale;
     const BasicPoint<int> target{ToDevice(static_cast<float>(sourceSize.x), ratio),
                                  ToDevice(static_cast<float>(sourceSize.y), ratio)};
-    deviceSize = target;
-    if (isNear(ratio, 1.0f))
+    if (isNear(ratio, 1.0f)) {
+        ReleasePixels();
+        deviceSize = sourceSize;
         pixels = sourcePixels;
-    else if (target.x > 0 && target.y > 0)
-        pixels = Resample(sourcePixels, sourceSize, ratio, target);
-    else
-        pixels.clear();
+    } else {
+        Reallocate(target);
+        if (pixels)
+            Resample({sourcePixels, PixelCount(sourceSize)}, sourceSize, ratio, target, pixels);
+    }
     SetLogicalSize(
         {static_cast<float>(sourceSize.x) / sourceScale, static_cast<float>(sourceSize.y) / sourceScale});
     MarkWhole();
@@ -79,11 +86,19 @@ void Bitmap::CopyFrom(const Bitmap& other)
     if (&other == this)
         return;
     const ScopedUpdate batch(*this);
-    deviceSize = other.deviceSize;
-    pixels = other.pixels;
-    sourcePixels = other.sourcePixels;
+    ReleaseSource();
+    if (other.sourcePixels) {
+        Reallocate(other.sourceSize);
+        std::copy_n(other.sourcePixels, PixelCount(other.sourceSize), pixels);
+        sourcePixels = pixels;
+    }
     sourceSize = other.sourceSize;
     sourceScale = other.sourceScale;
+    if (other.pixels != other.sourcePixels) {
+        Reallocate(other.deviceSize);
+        std::copy_n(other.pixels, PixelCount(other.deviceSize), pixels);
+    }
+    deviceSize = other.deviceSize;
     Opaque.assign(other.Opaque.value());
     SetLogicalSize(other.GetLogicalSize());
     MarkWhole();
@@ -91,47 +106,72 @@ void Bitmap::CopyFrom(const Bitmap& other)
 
 void Bitmap::Clear()
 {
-    if (pixels.empty())
+    if (!pixels)
         return;
-    std::fill(pixels.begin(), pixels.end(), transparentPixel);
-    MarkDirty({0, 0, deviceSize.x, deviceSize.y});
+    std::fill_n(pixels, PixelCount(deviceSize), transparentPixel);
+    MarkDirty(clipRect);
     changed();
 }
 
 void Bitmap::SetSize(float width, float height)
 {
-    sourcePixels.clear();
-    sourceSize = {};
+    ReleaseSource();
     const float scale = backing->Scale();
-    AllocatePixels({std::max(ToDevice(width, scale), 0), std::max(ToDevice(height, scale), 0)});
+    Reallocate({std::max(ToDevice(width, scale), 0), std::max(ToDevice(height, scale), 0)});
     SetLogicalSize({std::max(width, 0.0f), std::max(height, 0.0f)});
     MarkWhole();
 }
 
 void Bitmap::SetSourceSize(int width, int height)
 {
-    sourcePixels.clear();
-    AllocatePixels({width, height});
+    ReleaseSource();
+    Reallocate({width, height});
     const float scale = backing->Scale();
     SetLogicalSize({static_cast<float>(width) / scale, static_cast<float>(height) / scale});
     MarkWhole();
 }
 
-void Bitmap::AllocatePixels(BasicPoint<int> size)
+std::uint32_t* Bitmap::AllocatePixels()
 {
+    const std::size_t count = PixelCount(deviceSize);
+    return count > 0 ? new std::uint32_t[count] : nullptr;
+}
+
+void Bitmap::FreePixels(std::uint32_t* freed) noexcept { delete[] freed; }
+
+void Bitmap::Reallocate(BasicPoint<int> size)
+{
+    ReleasePixels();
     deviceSize = size;
-    pixels.assign(static_cast<std::size_t>(size.x) * static_cast<std::size_t>(size.y), transparentPixel);
+    pixels = AllocatePixels();
+    std::fill_n(pixels, PixelCount(size), transparentPixel);
+}
+
+void Bitmap::ReleasePixels() noexcept
+{
+    // A picture that needs no scaling is its own source.
+    if (pixels != sourcePixels)
+        FreePixels(pixels);
+    pixels = nullptr;
+}
+
+void Bitmap::ReleaseSource() noexcept
+{
+    ReleasePixels();
+    FreePixels(std::exchange(sourcePixels, nullptr));
+    sourceSize = {};
 }
 
 void Bitmap::SetLogicalSize(Point size)
 {
     logicalRect = Rect::At({}, size);
     canvas.Clip.assign(logicalRect);
+    clipRect = {0, 0, deviceSize.x, deviceSize.y};
 }
 
 void Bitmap::Colorize(gui::Color color)
 {
-    for (std::uint32_t& pixel : pixels) {
+    for (std::uint32_t& pixel : std::span(pixels, PixelCount(deviceSize))) {
         // Black on white: what is missing from green, the brightest of the three, is the coverage.
         const int coverage = 255 - static_cast<int>(pixel >> 8 & 0xFF);
         pixel = ToPixel(color.Faded(coverage));
@@ -179,7 +219,7 @@ void Bitmap::SetTexture(std::unique_ptr<ITexture> newTexture) const
 
 void Bitmap::BackingScaleChanged()
 {
-    if (!sourcePixels.empty()) {
+    if (sourcePixels) {
         ScaleSource();
     } else {
         const Point size = GetLogicalSize();

@@ -59,7 +59,7 @@ public:
 
     /// For filers: sets the device size directly. The content is nothing afterwards.
     void SetSourceSize(int width, int height);
-    std::uint32_t* Pixels() noexcept { return pixels.data(); }
+    std::uint32_t* Pixels() noexcept { return pixels; }
     /// Widens the list of changed regions, at most three, by the least cost in area.
     virtual void MarkDirty(const DeviceRect& rect);
 
@@ -67,10 +67,7 @@ public:
     BasicPoint<int> GetSize() const noexcept override { return deviceSize; }
     Point GetLogicalSize() const noexcept override { return logicalRect.Size(); }
     bool IsOpaque() const noexcept override { return Opaque.value(); }
-    const std::uint32_t* GetPixels() const noexcept override
-    {
-        return pixels.empty() ? nullptr : pixels.data();
-    }
+    const std::uint32_t* GetPixels() const noexcept override { return pixels; }
     std::span<const DeviceRect> GetDirtyRegions() const noexcept override { return dirtyRegions; }
     UploadState GetUploadState() const noexcept override { return uploadState; }
     std::unique_ptr<ITexture> TakeTexture() const override;
@@ -97,9 +94,23 @@ public:
 
 protected:
     void update() override { OnChanged.fire(this); }
+    // A bitmap whose pixels lie elsewhere than on the heap overrides both, and has no pixels left when its
+    // own part is destroyed.
+    /// Gives back what `AllocatePixels` took; null is nothing.
+    virtual void FreePixels(std::uint32_t* freed) noexcept;
+    /// Takes memory for `deviceSize` pixels, whose content doesn't matter. Null, if that is empty.
+    virtual std::uint32_t* AllocatePixels();
 
 private:
-    void AllocatePixels(BasicPoint<int> size);
+    /// Memory for `size` pixels in place of the present ones.
+    void Reallocate(BasicPoint<int> size);
+    void ReleasePixels() noexcept;
+    /// The source and the pixels made of it.
+    void ReleaseSource() noexcept;
+    static std::size_t PixelCount(BasicPoint<int> size) noexcept
+    {
+        return static_cast<std::size_t>(size.x) * static_cast<std::size_t>(size.y);
+    }
     void SetLogicalSize(Point size);
     /// All is to be uploaded anew.
     void MarkWhole();
@@ -110,16 +121,17 @@ private:
                         gui::Color atCurve, gui::Color atBaseline);
     std::uint32_t* PixelAt(int x, int y) noexcept
     {
-        return pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(deviceSize.x) + x;
+        return pixels + static_cast<std::size_t>(y) * static_cast<std::size_t>(deviceSize.x) + x;
     }
     /// The device pixels of `rect` that lie on this bitmap.
     DeviceRect ToTarget(const Rect& rect) const noexcept;
 
     DeviceBacking* backing;
-    Rect logicalRect;  // (0, 0, width, height)
+    DeviceRect clipRect;  // (0, 0, deviceSize): what can be drawn on
+    Rect logicalRect;     // (0, 0, width, height)
     BasicPoint<int> deviceSize;
-    std::vector<std::uint32_t> pixels;
-    std::vector<std::uint32_t> sourcePixels;  // as loaded
+    std::uint32_t* pixels = nullptr;        // the source's own where that needs no scaling
+    std::uint32_t* sourcePixels = nullptr;  // as loaded
     BasicPoint<int> sourceSize;
     float sourceScale = 1.0f;  // 1 or 2
     Canvas canvas{*this};

@@ -31,7 +31,7 @@ const std::uint32_t* SourceRow(const IBitmap& bitmap, BasicPoint<int> placement,
 
 DeviceRect Bitmap::ToTarget(const Rect& rect) const noexcept
 {
-    return ToDevice(rect, backing->Scale()).Intersected({0, 0, deviceSize.x, deviceSize.y});
+    return ToDevice(rect, backing->Scale()).Intersected(clipRect);
 }
 
 void Bitmap::DrawBitmap(const IBitmap& bitmap, const Rect& destination, Point source, int alpha)
@@ -104,7 +104,7 @@ gui::Color Bitmap::GetPixel(Point point) const
 {
     const int x = ToDevice(point.x, backing->Scale());
     const int y = ToDevice(point.y, backing->Scale());
-    if (!DeviceRect{0, 0, deviceSize.x, deviceSize.y}.Contains({x, y}))
+    if (!clipRect.Contains({x, y}))
         return {};
     return FromPixel(pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(deviceSize.x) +
                             static_cast<std::size_t>(x)]);
@@ -114,7 +114,7 @@ void Bitmap::SetPixel(Point point, gui::Color color)
 {
     const int x = ToDevice(point.x, backing->Scale());
     const int y = ToDevice(point.y, backing->Scale());
-    if (!DeviceRect{0, 0, deviceSize.x, deviceSize.y}.Contains({x, y}))
+    if (!clipRect.Contains({x, y}))
         return;
     BlendPixel(PixelAt(x, y), ToPixel(color), 1);
     MarkDirty({x, y, x + 1, y + 1});

@@ -104,7 +104,8 @@ void Button::LayOutText()
         TextMargin.value(), besideOverlay ? overlayOff->GetLogicalSize().x + OverlayMargin.value() : 0.0f);
     label->MaxWidth.assign(
         std::max(clientRect.Width() - TextMargin.value() - TextOffset.value() - right, 1.0f));
-    label->Style.assign(LineCount.value() > 1 ? Text::LineStyle::Wrapped : Text::LineStyle::Ellipsis);
+    label->Alignment.assign(TextAlignment.value());
+    label->LineStyle.assign(LineCount.value() > 1 ? Text::LineStyle::Wrapped : Text::LineStyle::Ellipsis);
 }
 
 void Button::PaintText(Canvas& canvas)

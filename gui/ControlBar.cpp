@@ -109,6 +109,8 @@ void ControlBar::Relayout(const Control* first)
 void ControlBar::ChildChanged(Control& control, Change change)
 {
     AnimatedControl::ChildChanged(control, change);
+    if (change == Change::ChildAdded && !HasItem(control))
+        return Insert(insertIndex, control);
     if (!HasItem(control))
         return;
     if (change == Change::ChildRemoved) {

@@ -6,8 +6,8 @@
 
 namespace gui {
 
-/// A row of controls that follow each other without gaps; its own length is theirs together. The controls are
-/// its children.
+/// A row of controls that follow each other without gaps; its own length is theirs together. All its children
+/// stand in the row: one that is made as its child goes to the end, or to the insert index.
 class ControlBar : public AnimatedControl {
 public:
     /// Bits of `BarAnimationFlags`: what an opening or closing changes, one after the other.

@@ -45,15 +45,15 @@ std::vector<StretchedPiece> Image::Pieces(Orientation axis) const
     const Extent source{0.0f, across ? size.x : size.y};
     const Extent destination{0.0f, across ? clientRect.Width() : clientRect.Height()};
     const IDeviceBacking& backing = bitmap->GetBacking();
-    if (Stretch.value() == StretchMode::Halves && axis == HalvesAxis())
+    if (StretchMode.value() == StretchMode::Halves && axis == HalvesAxis())
         return StretchedHalves(destination, source, source.length, backing);
-    const float corner = Stretch.value() == StretchMode::Corner ? Corner.value() : 0.0f;
+    const float corner = StretchMode.value() == StretchMode::Corner ? Corner.value() : 0.0f;
     return StretchedPieces(destination, source, source.length, corner, backing);
 }
 
 int Image::GetAlphaAt(Point point) const
 {
-    if (Stretch.value() == StretchMode::None)
+    if (StretchMode.value() == StretchMode::None)
         return bitmap->GetPixel(point + Offset.value()).a;
     return bitmap
         ->GetPixel({SourceOf(Pieces(Orientation::Horizontal), point.x),
@@ -65,7 +65,7 @@ void Image::PaintContent(Canvas& canvas)
 {
     Control::PaintContent(canvas);
     const Rect source = Rect::At({}, bitmap->GetLogicalSize());
-    switch (Stretch.value()) {
+    switch (StretchMode.value()) {
     case StretchMode::None:
         canvas.DrawBitmap(*bitmap, clientRect, Offset.value(), 255);
         break;
@@ -80,7 +80,7 @@ void Image::PaintContent(Canvas& canvas)
 
 void Image::propertyChanged(AbstractProperty& property)
 {
-    if (&property == &Offset || &property == &Corner || &property == &Stretch)
+    if (&property == &Offset || &property == &Corner || &property == &StretchMode)
         Invalidate();
     Control::propertyChanged(property);
 }

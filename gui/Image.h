@@ -26,7 +26,7 @@ public:
 
     Property<Point> Offset{Point{}, this};  // in the picture, logical units
     Property<float> Corner{0.0f, this};     // the least length of an end, logical units
-    Property<StretchMode> Stretch{StretchMode::None, this};
+    Property<Image::StretchMode> StretchMode{Image::StretchMode::None, this};
 
     /// Shows another picture; the size of the control stays.
     void SetBitmap(const Bitmap& shown);

@@ -38,8 +38,9 @@ void Light::PaintContent(Canvas& canvas)
 void Light::propertyChanged(AbstractProperty& property)
 {
     if (&property == &Value) {
-        if (Value.value())
-            timer->Running.assign(true);
+        // Put on anew, it stays on for the whole of its time.
+        timer->Running.assign(false);
+        timer->Running.assign(Value.value());
         Invalidate();
     }
     Control::propertyChanged(property);

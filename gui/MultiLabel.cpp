@@ -94,6 +94,9 @@ void MultiLabel::PaintContent(Canvas& canvas)
 
 void MultiLabel::propertyChanged(AbstractProperty& property)
 {
+    if (&property == &Alignment)
+        for (const auto& line : lines)
+            line->Alignment.assign(Alignment.value());
     if (&property == &Alignment || &property == &Layout || &property == &Insets)
         Invalidate();
     AnimatedControl::propertyChanged(property);

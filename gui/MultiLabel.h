@@ -14,7 +14,8 @@ class Bitmap;
 /// Where a stack of lines stands in its height.
 enum class Layout { Top = 0, Centre = 1, Bottom = 2 };
 
-/// Lines of text above each other, on a picture if it is given one. An empty line takes no room.
+/// Lines of text above each other, on a picture if it is given one. An empty line takes no room. The lines of
+/// one that is wrapped are aligned as the label is.
 class MultiLabel : public AnimatedControl {
 public:
     /// @param lineAnimator  null for none

@@ -101,12 +101,12 @@ bool PNGFiler::ReadSignature(std::istream& stream)
     return std::equal(bytes, bytes + signatureSize, signature);
 }
 
-void PNGFiler::Read(std::istream& stream)
+void PNGFiler::Read(std::istream& pictureStream)
 {
-    input = &stream;
-    if (!ReadSignature(stream))
+    stream = &pictureStream;
+    if (!ReadSignature(*stream))
         throw EBitmap("Invalid PNG signature");
-    chunkPosition = static_cast<std::uint64_t>(stream.tellg());
+    chunkPosition = static_cast<std::uint64_t>(stream->tellg());
     ReadHeader();
     CheckSize();
     bitmap.SetSourceSize(width, height);
@@ -136,10 +136,10 @@ void PNGFiler::ReadHeader()
 void PNGFiler::CheckSize()
 {
     // A few bytes that claim to be a picture of gigabytes mustn't take the memory for it.
-    const auto position = input->tellg();
-    input->seekg(0, std::ios::end);
-    const auto left = static_cast<std::uint64_t>(input->tellg() - position);
-    input->seekg(position);
+    const auto position = stream->tellg();
+    stream->seekg(0, std::ios::end);
+    const auto left = static_cast<std::uint64_t>(stream->tellg() - position);
+    stream->seekg(position);
     const auto rowSize = static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(bytesPerPixel) + 1;
     if (rowSize > left * highestCompression / static_cast<std::uint64_t>(height))
         ThrowInvalid();
@@ -220,16 +220,16 @@ bool PNGFiler::StoreRow(const Row& row, std::uint32_t* pixels) const
 
 void PNGFiler::NextChunk()
 {
-    input->seekg(static_cast<std::streamoff>(chunkPosition));
+    stream->seekg(static_cast<std::streamoff>(chunkPosition));
     std::uint8_t header[8];
     ReadBytes(header, sizeof header);
-    const std::uint32_t length = BigEndian(header);
-    chunkRemaining = static_cast<int>(length);
+    chunkLength = BigEndian(header);
+    chunkRemaining = static_cast<int>(chunkLength);
     if (chunkRemaining < 0)
         ThrowInvalid();
     std::copy(header + 4, header + 8, chunkType.begin());
     constexpr int checksumSize = 4;
-    chunkPosition += sizeof header + length + checksumSize;
+    chunkPosition += sizeof header + chunkLength + checksumSize;
 }
 
 void PNGFiler::FillBuffer()
@@ -248,8 +248,8 @@ void PNGFiler::FillBuffer()
 
 void PNGFiler::ReadBytes(void* to, std::size_t count)
 {
-    input->read(static_cast<char*>(to), static_cast<std::streamsize>(count));
-    if (!*input)
+    stream->read(static_cast<char*>(to), static_cast<std::streamsize>(count));
+    if (!*stream)
         ThrowInvalid();
 }
 

@@ -18,7 +18,7 @@ public:
     explicit PNGFiler(Bitmap& target) : bitmap(target) {}
 
     /// Throws EBitmap: "Invalid PNG signature", "Invalid PNG image" or "Unsupported PNG format".
-    void Read(std::istream& stream) override;
+    void Read(std::istream& pictureStream) override;
 
     /// True if the next eight bytes are those that every PNG file begins with.
     static bool ReadSignature(std::istream& stream);
@@ -40,9 +40,10 @@ private:
     void CheckSize();
 
     Bitmap& bitmap;
-    std::istream* input = nullptr;
+    std::istream* stream = nullptr;
     std::array<std::uint8_t, 1024> buffer{};  // compressed data
-    int chunkRemaining = 0;                   // bytes of the chunk that are still to be read
+    std::uint32_t chunkLength = 0;
+    int chunkRemaining = 0;  // bytes of the chunk that are still to be read
     std::array<char, 4> chunkType{};
     std::uint64_t chunkPosition = 0;  // of the next chunk
     int bytesPerPixel = 0;

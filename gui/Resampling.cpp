@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace gui {
 
@@ -116,8 +117,8 @@ std::uint32_t PackPixel(const int* sums)
 
 }  // namespace
 
-std::vector<std::uint32_t> Resample(std::span<const std::uint32_t> pixels, BasicPoint<int> size, float ratio,
-                                    BasicPoint<int> target)
+void Resample(std::span<const std::uint32_t> pixels, BasicPoint<int> size, float ratio,
+              BasicPoint<int> target, std::uint32_t* result)
 {
     const Kernel across = MakeKernel(size.x, ratio, target.x);
     const Kernel down = MakeKernel(size.y, ratio, target.y);
@@ -126,8 +127,6 @@ std::vector<std::uint32_t> Resample(std::span<const std::uint32_t> pixels, Basic
     for (std::size_t y = 0; y < static_cast<std::size_t>(size.y); ++y)
         ScaleRow(pixels.data() + y * static_cast<std::size_t>(size.x), across, scaled.data() + y * rowLength);
 
-    std::vector<std::uint32_t> result;
-    result.reserve(static_cast<std::size_t>(target.x) * static_cast<std::size_t>(target.y));
     std::vector<int> sums(rowLength);
     for (const Taps& taps : down.taps) {
         std::fill(sums.begin(), sums.end(), 0);
@@ -138,9 +137,8 @@ std::vector<std::uint32_t> Resample(std::span<const std::uint32_t> pixels, Basic
                 sums[i] += row[i] * weight;
         }
         for (std::size_t i = 0; i < rowLength; i += channels)
-            result.push_back(PackPixel(sums.data() + i));
+            *result++ = PackPixel(sums.data() + i);
     }
-    return result;
 }
 
 }  // namespace gui

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <span>
-#include <vector>
 
 namespace gui {
 
@@ -12,7 +11,8 @@ namespace gui {
 /// a pixel comes to cover, larger by a smooth curve. Flat areas come out exactly, colours never exceed alpha.
 /// @param pixels  `size.x` times `size.y`, both above 0
 /// @param target  the size of the result, both above 0; what lies past the source repeats its edge
-std::vector<std::uint32_t> Resample(std::span<const std::uint32_t> pixels, BasicPoint<int> size, float ratio,
-                                    BasicPoint<int> target);
+/// @param result  `target.x` times `target.y`; must not overlap `pixels`
+void Resample(std::span<const std::uint32_t> pixels, BasicPoint<int> size, float ratio,
+              BasicPoint<int> target, std::uint32_t* result);
 
 }  // namespace gui

@@ -19,13 +19,13 @@ public:
     Property<bool> HorizontalBar{false, this};
     Property<bool> VerticalBar{false, this};
     Property<bool> HandDrag{true, this};
-    Property<bool> AutoHide{false, this};                    // hides a bar with nothing to scroll
-    Property<float> ScrollStepX{32.0f, this};                // logical units for a notch of the wheel
+    Property<bool> AutoHide{false, this};      // hides a bar with nothing to scroll
+    Property<float> ScrollStepX{32.0f, this};  // logical units for a notch of the wheel
+    Property<float> ScrollStepY{32.0f, this};
     Property<float> ContentWidth{0.0f, this};                // at least that of the view
     LimitedProperty<float> ScrollX{0.0f, 0.0f, 1.0f, this};  // logical units, 0 to content less view
     Property<float> ScrollGutterX{12.0f, this};              // height of the horizontal bar
     Property<Rect> Insets{Rect{}, this};                     // of the view
-    Property<float> ScrollStepY{32.0f, this};
     Property<float> ContentHeight{0.0f, this};
     LimitedProperty<float> ScrollY{0.0f, 0.0f, 1.0f, this};
     Property<float> ScrollGutterY{12.0f, this};

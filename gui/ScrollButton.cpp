@@ -17,10 +17,11 @@ constexpr int mostSteps = 4;  // at once, after a long hold
 
 }  // namespace
 
-ScrollButton::ScrollButton(ScrollStrip& scrolledStrip, Side scrollSide, const Style* initialStyle)
+ScrollButton::ScrollButton(ScrollStrip& scrolledStrip, gui::Direction scrollDirection,
+                           const Style* initialStyle)
     : Button(scrolledStrip.userInterface, &scrolledStrip, scrolledStrip.GetAnimator(), initialStyle),
+      Direction(scrollDirection),
       strip(scrolledStrip),
-      side(scrollSide),
       repeatTimer(scrolledStrip.userInterface.CreateTimer())
 {
     DoubleClickEnabled.assign(false);
@@ -32,7 +33,7 @@ int ScrollButton::GetAlphaAt(Point point) const
     if (!clientRect.Contains(point))
         return 0;
     const float middle = clientRect.Middle().x;
-    if (side == Side::Left ? point.x < middle : point.x >= middle)
+    if (Direction == gui::Direction::Left ? point.x < middle : point.x >= middle)
         return 255;
     const Bitmap* const arrow = Overlay();
     if (!arrow)
@@ -45,7 +46,7 @@ bool ScrollButton::ScrollOnce(float distance)
 {
     const ComponentGuard guard(*this);
     const float before = strip.Area().ScrollX.value();
-    strip.ScrollBy(side == Side::Left ? -distance : distance);
+    strip.ScrollBy(Direction == gui::Direction::Left ? -distance : distance);
     return guard.IsAlive() && strip.Area().ScrollX.value() != before;
 }
 

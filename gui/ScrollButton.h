@@ -13,10 +13,10 @@ class ScrollStrip;
 /// its arrow.
 class ScrollButton : public Button {
 public:
-    enum class Side { Left = 0, Right = 1 };
+    /// @param scrollDirection  left or right
+    ScrollButton(ScrollStrip& scrolledStrip, gui::Direction scrollDirection, const Style* initialStyle);
 
-    ScrollButton(ScrollStrip& scrolledStrip, Side scrollSide, const Style* initialStyle);
-
+    const gui::Direction Direction;
     Property<float> Step{32.0f, this};  // logical units at each repetition
 
     int GetAlphaAt(Point point) const override;
@@ -28,7 +28,6 @@ private:
     bool ScrollOnce(float distance);
 
     ScrollStrip& strip;
-    Side side;
     std::unique_ptr<Timer> repeatTimer;
     int repetitions = 0;
 };

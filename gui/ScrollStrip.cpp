@@ -8,8 +8,8 @@ ScrollStrip::ScrollStrip(UserInterface& ui, Control* parent, Animator* controlAn
                          const Button::Style* leftStyle, const Button::Style* rightStyle)
     : AnimatedControl(ui, parent, controlAnimator),
       strip(ui, this, controlAnimator),
-      leftButton(*this, ScrollButton::Side::Left, leftStyle),
-      rightButton(*this, ScrollButton::Side::Right, rightStyle)
+      leftButton(*this, Direction::Left, leftStyle),
+      rightButton(*this, Direction::Right, rightStyle)
 {
     strip.OnScrolled.setHandler(NotifyEvent::handler([this](void*) { ShowButtons(); }));
     ShowButtons();
@@ -25,6 +25,11 @@ void ScrollStrip::Resized()
 {
     LayOut();
     AnimatedControl::Resized();
+}
+
+bool ScrollStrip::WheelDelta(Point point, int inputFlags, float delta, Orientation axis)
+{
+    return strip.WheelDelta(point, inputFlags, delta, axis);
 }
 
 void ScrollStrip::LayOut()

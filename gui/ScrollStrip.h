@@ -24,6 +24,8 @@ public:
     ScrollButton& RightButton() { return rightButton; }
 
     void Resized() override;
+    /// From the buttons, which stand beside the area.
+    bool WheelDelta(Point point, int inputFlags, float delta, Orientation axis) override;
     void propertyChanged(AbstractProperty& property) override;
 
 private:

@@ -10,7 +10,11 @@ Shape::Shape(UserInterface& ui, Control* parent, Color fillColor)
     : Control(ui, parent), FillColor(fillColor, this), rendered(ui.Backing())
 {}
 
-Rect Shape::InnerRect() const { return clientRect.Inset(std::max(BorderWidth.value(), 0.0f)); }
+Rect Shape::InnerRect() const
+{
+    // Whole pixels, or opposite edges would come out a pixel apart.
+    return clientRect.Inset(userInterface.Backing().Snap(std::max(BorderWidth.value(), 0.0f)));
+}
 
 void Shape::PaintContent(Canvas& canvas)
 {
@@ -22,7 +26,7 @@ void Shape::PaintContent(Canvas& canvas)
     const Gradient& gradient = FillGradient.value();
     if (gradient.GetStopCount() == 0 || inner.IsEmpty())
         return;
-    if (Type.value() == GradientType::Radial) {
+    if (GradientType.value() == GradientType::Radial) {
         if (!isRendered)
             RenderGradient(inner.Size());
         canvas.DrawBitmap(rendered, inner, {}, 255);
@@ -69,7 +73,7 @@ void Shape::Resized()
 void Shape::propertyChanged(AbstractProperty& property)
 {
     const bool ofGradient =
-        &property == &FillGradient || &property == &GradientDirection || &property == &Type;
+        &property == &FillGradient || &property == &GradientDirection || &property == &GradientType;
     if (ofGradient || &property == &BorderWidth)
         isRendered = false;
     if (ofGradient || &property == &BorderWidth || &property == &FillColor || &property == &BorderColor)

@@ -21,7 +21,7 @@ public:
     Property<float> BorderWidth{0.0f, this};  // logical units, inside of the bounds
     Property<Gradient> FillGradient{Gradient(), this};
     Property<Direction> GradientDirection{Direction::Down, this};
-    Property<GradientType> Type{GradientType::Linear, this};
+    Property<Shape::GradientType> GradientType{Shape::GradientType::Linear, this};
 
     void PaintContent(Canvas& canvas) override;
     void BackingScaleChanged() override;

@@ -18,11 +18,12 @@ void Text::CopyFrom(const Text& other, std::string string)
     Color.assign(other.Color.value());
     FontName.assign(other.FontName.value());
     Italic.assign(other.Italic.value());
-    Style.assign(other.Style.value());
+    LineStyle.assign(other.LineStyle.value());
     MaxWidth.assign(other.MaxWidth.value());
     Size.assign(other.Size.value());
     String.assign(std::move(string));
     Underline.assign(other.Underline.value());
+    Alignment.assign(other.Alignment.value());
 }
 
 void Text::Invalidate()
@@ -31,9 +32,9 @@ void Text::Invalidate()
     bitmap.SetSize(0.0f, 0.0f);
 }
 
-Text::LineStyle Text::EffectiveStyle() const
+enum Text::LineStyle Text::EffectiveStyle() const
 {
-    return MaxWidth.value() > 0.0f ? Style.value() : LineStyle::Single;
+    return MaxWidth.value() > 0.0f ? LineStyle.value() : LineStyle::Single;
 }
 
 }  // namespace gui

@@ -25,11 +25,13 @@ public:
     Property<gui::Color> Color{gui::Color::Black(), this};
     Property<std::string> FontName{std::string(), this};  // empty: the interface's own font
     Property<bool> Italic{false, this};
-    Property<LineStyle> Style{LineStyle::Single, this};  // the line style; counts with a `MaxWidth` above 0
-    Property<float> MaxWidth{0.0f, this};                // logical units, 0 for any
-    Property<float> Size{8.0f, this};                    // points: 96 / 72 logical units each
-    Property<std::string> String{std::string(), this};   // UTF-8
+    Property<Text::LineStyle> LineStyle{Text::LineStyle::Single, this};  // counts with a `MaxWidth` above 0
+    Property<float> MaxWidth{0.0f, this};                                // logical units, 0 for any
+    Property<float> Size{8.0f, this};                                    // points: 96 / 72 logical units each
+    Property<std::string> String{std::string(), this};                   // UTF-8
     Property<bool> Underline{false, this};
+    /// How lines of different lengths stand to each other.
+    Property<gui::Alignment> Alignment{gui::Alignment::Left, this};
     NotifyEvent OnChanged;
 
     /// The text in `Color`, valid until the next change.
@@ -52,7 +54,7 @@ protected:
     /// Empties the picture: measurement and rendering are stale.
     void Invalidate();
     /// The line style in force: without a `MaxWidth` every text is a single line.
-    LineStyle EffectiveStyle() const;
+    enum LineStyle EffectiveStyle() const;
 
     DeviceBacking& backing;
     Bitmap bitmap;

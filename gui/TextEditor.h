@@ -27,7 +27,7 @@ public:
     Property<bool> ReadOnly{false, this};
     Property<bool> Password{false, this};
     Property<bool> CreatesBacking{true, this};
-    Property<TabAction> TabKey{TabAction::Event, this};
+    Property<TextEditor::TabAction> TabAction{TextEditor::TabAction::Event, this};
     NotifyEvent OnChanged;
     NotifyEvent OnReturn;
     NotifyEvent OnEscape;

@@ -85,7 +85,7 @@ public:
     void DrainQueue(int queue);
 
     DeviceBacking& Backing() { return backing; }
-    BitmapResourceList& Bitmaps() { return bitmapResources; }
+    BitmapResourceList& Bitmaps() { return *bitmapResources; }
     PlatformDelegate& Platform() { return *delegate; }
     TickMs Clock() const { return clock; }
     bool IsMainThread() const { return std::this_thread::get_id() == mainThreadId; }
@@ -134,7 +134,7 @@ private:
     TickMs clock;
     std::thread::id mainThreadId = std::this_thread::get_id();
     DeviceBacking backing;
-    BitmapResourceList bitmapResources{backing};
+    BitmapResourceReference bitmapResources{new BitmapResourceList(backing)};
     std::unique_ptr<Bitmap> backgroundBitmap;
     std::vector<Component*> components;  // null entries once destruction has begun
     std::unique_ptr<CriticalSection> postedUpdatesLock = CriticalSection::create();

@@ -56,23 +56,25 @@ bool areEqual(const float* values, int count) noexcept
     return different == 0;
 }
 
-float approached(float present, float target, float rise, float fall) noexcept
+double approached(double present, float target, float rise, float fall) noexcept
 {
-    const float distance = target - present;
-    return present + (distance > 0.0f ? rise : fall) * distance;
+    const double distance = target - present;
+    return present + static_cast<double>(distance > 0.0 ? rise : fall) * distance;
 }
 
 /// `approached` for a row of levels, without its branch, which nobody could foresee: where the rise is the
 /// quicker one, it is above the fall whichever way it goes. Returns where it ended. `out` may be `levels`.
 template <bool riseIsQuicker>
-float approachAll(float present, const float* levels, float* out, int count, float rise, float fall) noexcept
+double approachAll(double present, const float* levels, float* out, int count, double rise,
+                   double fall) noexcept
 {
+    const double keptOfRise = 1.0 - rise;
+    const double keptOfFall = 1.0 - fall;
     for (int i = 0; i < count; ++i) {
-        const float distance = levels[i] - present;
-        const float risen = present + rise * distance;
-        const float fallen = present + fall * distance;
+        const double risen = keptOfRise * present + rise * levels[i];
+        const double fallen = keptOfFall * present + fall * levels[i];
         present = riseIsQuicker ? std::max(risen, fallen) : std::min(risen, fallen);
-        out[i] = present * outputPerDb;
+        out[i] = static_cast<float>(present) * outputPerDb;
     }
     return present;
 }
@@ -120,21 +122,21 @@ void EnvelopeFollower::follow(const wave::Block& in, wave::Block& out, int count
     const float rate = environment().sampleRate();
     float* const levels = out.data();
     measure(in.data(), levels, count);
-    float present = envelope;  // apart from the blocks' memory, so that it stays in a register
+    double present = envelope;  // apart from the blocks' memory, so that it stays in a register
     if (!attackTimes.isConstant() || !releaseTimes.isConstant()) {
         for (int i = 0; i < count; ++i) {
             present = approached(present, levels[i], attackCoefficient.at(attackTimes[i], rate),
                                  releaseCoefficient.at(releaseTimes[i], rate));
-            levels[i] = present * outputPerDb;
+            levels[i] = static_cast<float>(present) * outputPerDb;
         }
         envelope = present;
         return;
     }
     const float rise = attackCoefficient.at(attackTimes[0], rate);
     const float fall = releaseCoefficient.at(releaseTimes[0], rate);
-    // Where a step no longer moves the envelope, none of the following does.
-    if (approached(present, levels[0], rise, fall) == present && areEqual(levels, count)) {
-        out.fill(present * outputPerDb, count);
+    constexpr double arrived = 1e-6;  // dB
+    if (std::fabs(present - levels[0]) < arrived && areEqual(levels, count)) {
+        out.fill(static_cast<float>(present) * outputPerDb, count);
         return;
     }
     envelope = rise >= fall ? approachAll<true>(present, levels, levels, count, rise, fall)

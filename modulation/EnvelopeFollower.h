@@ -31,6 +31,8 @@ private:
     void follow(const wave::Block& in, wave::Block& out, int count) noexcept REALTIME;
 
     Coefficient attackCoefficient;
-    float envelope = -180.0f;  // dB above -60 dB
+    // In dB above -60 dB. Double: the last steps of a slow release would be lost in a float, and how the
+    // blocks are cut would decide on them.
+    double envelope = -180.0;
     Coefficient releaseCoefficient;
 };

@@ -12,6 +12,10 @@ namespace {
 
 constexpr float rowHeight = 20.0f;
 constexpr float rowIndent = 24.0f;
+constexpr float choiceIndent = 6.0f;
+constexpr float thumbWidth = 6.0f;
+constexpr float thumbGap = 3.0f;  // around it
+constexpr float leastThumb = 20.0f;
 
 std::unique_ptr<Text> dialogText(UserInterface& ui, const std::string& string)
 {
@@ -37,13 +41,34 @@ void DialogButton::SetDefault(bool is)
     Invalidate();
 }
 
+void DialogButton::SetShowsChoice(bool shows)
+{
+    showsChoice = shows;
+    text->MaxWidth.assign(GetWidth() - 2.0f * choiceIndent - 14.0f);
+    text->Style.assign(Text::LineStyle::Ellipsis);
+    Invalidate();
+}
+
+void DialogButton::SetLabel(const std::string& label)
+{
+    text->String.assign(label);
+    Invalidate();
+}
+
 void DialogButton::PaintContent(Canvas& canvas)
 {
     const Rect client = GetClientRect();
     canvas.FillRect(client, isDefault ? DialogStyle::highlight : DialogStyle::border);
     canvas.FillRect(client.Inset(1.0f), isDown ? DialogStyle::pressedButton : DialogStyle::button);
-    canvas.DrawBitmapAt(text->GetBitmap(),
-                        {(GetWidth() - text->GetWidth()) * 0.5f, (GetHeight() - text->GetHeight()) * 0.5f});
+    const float textTop = (GetHeight() - text->GetHeight()) * 0.5f;
+    if (!showsChoice) {
+        canvas.DrawBitmapAt(text->GetBitmap(), {(GetWidth() - text->GetWidth()) * 0.5f, textTop});
+        return;
+    }
+    canvas.DrawBitmapAt(text->GetBitmap(), {choiceIndent, textTop});
+    const Point tip{client.right - 11.0f, client.bottom * 0.5f + 2.0f};
+    for (const float side : {-4.0f, 4.0f})
+        canvas.DrawLine(tip + Point{side, -4.0f}, tip, client, DialogStyle::text, 1.5f);
 }
 
 void DialogButton::Clicked()
@@ -73,7 +98,7 @@ DialogText::DialogText(UserInterface& ui, Control* parent, const std::string& st
     for (std::size_t start = 0; start <= string.size();) {
         const std::size_t end = std::min(string.find('\n', start), string.size());
         auto line = dialogText(ui, string.substr(start, end - start));
-        line->Style.assign(Text::LineStyle::Wrapped);
+        line->LineStyle.assign(Text::LineStyle::Wrapped);
         line->MaxWidth.assign(maxWidth);
         size = {std::max(size.x, line->GetWidth()), size.y + line->GetHeight()};
         lines.push_back(std::move(line));
@@ -98,10 +123,12 @@ DialogList::DialogList(UserInterface& ui, Control* parent) : Control(ui, parent)
 
 void DialogList::SetEntries(std::vector<Entry> newEntries)
 {
+    const std::string kept = selected >= 0 ? entries[static_cast<std::size_t>(selected)].text : std::string();
     entries = std::move(newEntries);
-    selected = -1;
-    offset = 0.0f;
-    Invalidate();
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&kept](const Entry& entry) { return entry.text == kept; });
+    selected = found != entries.end() ? static_cast<int>(found - entries.begin()) : -1;
+    ScrollTo(offset);
 }
 
 void DialogList::Select(int index)
@@ -118,9 +145,22 @@ void DialogList::Select(int index)
 
 void DialogList::ScrollTo(float wanted)
 {
-    const float content = static_cast<float>(entries.size()) * rowHeight;
-    offset = std::clamp(wanted, 0.0f, std::max(0.0f, content - GetHeight()));
+    offset = std::clamp(wanted, 0.0f, std::max(0.0f, ContentHeight() - GetHeight()));
     Invalidate();
+}
+
+float DialogList::ContentHeight() const { return static_cast<float>(entries.size()) * rowHeight; }
+
+int DialogList::RowsPerPage() const { return std::max(1, static_cast<int>(GetHeight() / rowHeight) - 1); }
+
+Rect DialogList::Thumb() const
+{
+    const float content = ContentHeight(), track = GetHeight() - 2.0f * thumbGap;
+    if (content <= GetHeight())
+        return {};
+    const float length = std::max(track * GetHeight() / content, leastThumb);
+    const float top = thumbGap + (track - length) * offset / (content - GetHeight());
+    return Rect::At({GetWidth() - thumbGap - thumbWidth, top}, {thumbWidth, length});
 }
 
 int DialogList::RowAt(Point point) const
@@ -155,19 +195,44 @@ void DialogList::PaintContent(Canvas& canvas)
         canvas.DrawBitmapAt(text->GetBitmap(), {rowIndent, top + (rowHeight - text->GetHeight()) * 0.5f});
     }
     canvas.Restore(before);
+    if (const Rect thumb = Thumb(); !thumb.IsEmpty())
+        canvas.FillRect(thumb, dragsThumb ? DialogStyle::border : DialogStyle::separator);
 }
 
 void DialogList::MouseDown(int pressed, Point point, int inputFlags)
 {
-    if (pressed == MouseButton::left)
+    const Rect thumb = Thumb();
+    dragsThumb = pressed == MouseButton::left && !thumb.IsEmpty() && point.x >= thumb.left - thumbGap;
+    if (dragsThumb) {
+        const bool holds = point.y >= thumb.top && point.y < thumb.bottom;
+        thumbGrip = holds ? point.y - thumb.top : thumb.Height() * 0.5f;
+        MouseMoved(point, inputFlags);
+    } else if (pressed == MouseButton::left) {
         Select(RowAt(point));
+    }
     Control::MouseDown(pressed, point, inputFlags);
+}
+
+void DialogList::MouseMoved(Point point, int inputFlags)
+{
+    if (const Rect thumb = Thumb(); dragsThumb && !thumb.IsEmpty()) {
+        const float room = GetHeight() - 2.0f * thumbGap - thumb.Height();
+        ScrollTo((point.y - thumbGrip - thumbGap) / std::max(room, 1.0f) * (ContentHeight() - GetHeight()));
+    }
+    Control::MouseMoved(point, inputFlags);
+}
+
+void DialogList::MouseUp(int released, Point point, int inputFlags)
+{
+    dragsThumb = false;
+    Invalidate();
+    Control::MouseUp(released, point, inputFlags);
 }
 
 void DialogList::DoubleClicked()
 {
     Control::DoubleClicked();
-    if (selected >= 0 && OnOpened)
+    if (!dragsThumb && selected >= 0 && OnOpened)
         OnOpened(selected);
 }
 

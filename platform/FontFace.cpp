@@ -54,8 +54,8 @@ FontFace::FontFace(FT_Face opened, hb_blob_t* blob, int index) : drawn(opened)
     hb_face_destroy(face);
     // Small sizes are measured like large ones: font units carry no rounding to pixels.
     hb_font_set_scale(shaped.get(), unitsPerEm, unitsPerEm);
-    // Bitmap fonts have no outlines to draw.
-    if (!FT_IS_SCALABLE(drawn))
+    // Without tables its glyphs can't be placed.
+    if (!FT_IS_SFNT(drawn) || !(FT_IS_SCALABLE(drawn) || FT_HAS_FIXED_SIZES(drawn)))
         throw std::runtime_error("Invalid font");
 }
 
@@ -72,6 +72,12 @@ float FontFace::CapHeight() const
     const auto* metrics = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(drawn.get(), FT_SFNT_OS2));
     const bool known = metrics && metrics->version >= knowsCapitals && metrics->sCapHeight > 0;
     return known ? Ems(metrics->sCapHeight) : 0.75f * Ascent();
+}
+
+bool FontFace::HasPictures() const
+{
+    // Coloured fonts may have outlines too, which are but a placeholder.
+    return FT_HAS_FIXED_SIZES(drawn) && (FT_HAS_COLOR(drawn) || !FT_IS_SCALABLE(drawn));
 }
 
 bool FontFace::HasGlyph(char32_t character) const { return FT_Get_Char_Index(drawn.get(), character) != 0; }

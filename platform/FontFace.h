@@ -25,6 +25,8 @@ public:
     void DarkenStems();
 
     bool HasGlyph(char32_t character) const;
+    /// True if its glyphs are pictures of a few sizes, coloured or not, rather than outlines.
+    bool HasPictures() const;
     float Ascent() const { return Ems(drawn->ascender); }
     float Descent() const { return -Ems(drawn->descender); }
     /// The height of capitals without a foot or a head, as of "H".

@@ -79,9 +79,12 @@ const FontFace& FontLibrary::Face(const std::string& name, bool bold)
     if (!name.empty()) {
         const auto [place, isNew] = faceOfName.try_emplace({name, bold}, nullptr);
         if (isNew)
-            place->second = Match(name, 0, bold);
+            place->second = Match(name, 0, bold, Colours::None);
         face = place->second;
     }
+    // Pictures have no height that lines could follow.
+    if (face && face->HasPictures())
+        face = nullptr;
     return face ? *face : bold ? *emphasised : *regular;
 }
 
@@ -89,11 +92,15 @@ const FontFace* FontLibrary::FaceWith(char32_t character, bool bold)
 {
     const auto [place, isNew] = faceOfCharacter.try_emplace({character, bold}, nullptr);
     if (isNew)
-        place->second = Match({}, character, bold);
+        place->second = Match({}, character, bold, Colours::None);
+    // Colours weigh more in the system's choice than characters do: who wants none gets no font that has
+    // them.
+    if (isNew && !place->second)
+        place->second = Match({}, character, bold, Colours::Some);
     return place->second;
 }
 
-const FontFace* FontLibrary::Match(const std::string& name, char32_t character, bool bold)
+const FontFace* FontLibrary::Match(const std::string& name, char32_t character, bool bold, Colours colours)
 {
     if (!config)
         config = FcInitLoadConfigAndFonts();
@@ -103,7 +110,7 @@ const FontFace* FontLibrary::Match(const std::string& name, char32_t character, 
     FcPatternAddString(wanted.pattern, FC_FAMILY, FcText(name.empty() ? "sans-serif" : name.c_str()));
     FcPatternAddInteger(wanted.pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
     FcPatternAddBool(wanted.pattern, FC_SCALABLE, FcTrue);
-    FcPatternAddBool(wanted.pattern, FC_COLOR, FcFalse);
+    FcPatternAddBool(wanted.pattern, FC_COLOR, colours == Colours::Some ? FcTrue : FcFalse);
     if (character != 0) {
         FcCharSet* characters = FcCharSetCreate();
         FcCharSetAddChar(characters, character);

@@ -25,7 +25,7 @@ public:
 
     std::mutex& Mutex() { return mutex; }
 
-    /// The system's font of that name, or the carried one if it is empty or unknown.
+    /// The system's font of that name, or the carried one if it is empty, unknown or one of pictures.
     const FontFace& Face(const std::string& name, bool bold);
     /// A font that has the character, or null. Asks the system once for each.
     const FontFace* FaceWith(char32_t character, bool bold);
@@ -34,7 +34,10 @@ private:
     using FacePath = std::pair<std::string, int>;  // of a file, and the place of a font in it
 
     FontLibrary();
-    const FontFace* Match(const std::string& name, char32_t character, bool bold);
+    enum class Colours { None, Some };
+    /// @param name       empty for any
+    /// @param character  0 for any
+    const FontFace* Match(const std::string& name, char32_t character, bool bold, Colours colours);
     const FontFace* Open(const FacePath& path);
 
     std::mutex mutex;

@@ -123,14 +123,30 @@ void FreeTypeText::BreakLines(const TextShaper& shaper, float limit)
         lines.push_back(shaper.Shape(text));
 }
 
-DeviceRect FreeTypeText::UnderlineOf(const ShapedLine& line, const FontFace& face, int baseline) const
+int FreeTypeText::StartOf(const ShapedLine& line) const
+{
+    // By the advance rather than the ink, or lines that end in different letters would stand unevenly.
+    const int room = std::max(width - overhang - RoundedUp(line.advance * PixelsPerEm()), 0);
+    switch (Alignment.value()) {
+    case gui::Alignment::Left:
+        break;
+    case gui::Alignment::Centre:
+        return overhang + room / 2;
+    case gui::Alignment::Right:
+        return overhang + room;
+    }
+    return overhang;
+}
+
+DeviceRect FreeTypeText::UnderlineOf(const ShapedLine& line, const FontFace& face, int start,
+                                     int baseline) const
 {
     const float pixels = PixelsPerEm();
     const int thickness = std::max(Rounded(face.UnderlineThickness() * pixels), 1);
     const float middle = face.UnderlineDepth() * pixels;
     const int below = std::max(Rounded(middle - 0.5f * static_cast<float>(thickness)), 1);
     const int top = std::min(baseline + below, baseline - ascent + lineHeight - thickness);
-    return {overhang, top, overhang + Rounded(line.advance * pixels), top + thickness};
+    return {start, top, start + Rounded(line.advance * pixels), top + thickness};
 }
 
 void FreeTypeText::Render()
@@ -142,9 +158,10 @@ void FreeTypeText::Render()
     GlyphCoverage coverage(width, height);
     int baseline = ascent;
     for (const ShapedLine& line : lines) {
-        coverage.AddLine(line, pixels, Italic.value(), overhang, baseline);
+        const int start = StartOf(line);
+        coverage.AddLine(line, pixels, Italic.value(), start, baseline);
         if (Underline.value())
-            coverage.AddRect(UnderlineOf(line, face, baseline));
+            coverage.AddRect(UnderlineOf(line, face, start, baseline));
         baseline += lineHeight;
     }
 
@@ -157,6 +174,7 @@ void FreeTypeText::Render()
             *pixel++ = 0x010101u * (255u - weights[coverage.At(x, y)]);
     }
     bitmap.Colorize(Color.value());
+    coverage.DrawPictures(bitmap.Pixels(), Color.value().a);
     cacheState = CacheState::Rendered;
 }
 

@@ -23,7 +23,9 @@ private:
     void Measure();
     void Render();
     void BreakLines(const TextShaper& shaper, float limit);
-    DeviceRect UnderlineOf(const ShapedLine& line, const FontFace& face, int baseline) const;
+    /// Where a line starts, device pixels.
+    int StartOf(const ShapedLine& line) const;
+    DeviceRect UnderlineOf(const ShapedLine& line, const FontFace& face, int start, int baseline) const;
     float PixelsPerEm() const;
 
     std::shared_ptr<FontLibrary> fonts;

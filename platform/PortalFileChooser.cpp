@@ -21,6 +21,8 @@ constexpr char requestInterface[] = "org.freedesktop.portal.Request";
 constexpr char handleToken[] = "mvdialog";
 // A portal that has to be started first takes some seconds.
 constexpr std::uint32_t patienceMs = 10000;
+// The bus itself answers at once, or not at all.
+constexpr std::uint32_t busPatienceMs = 1000;
 
 /// The session's bus; empty if there is none. One that would have to be started means starting programs,
 /// which a plug-in doesn't.
@@ -34,6 +36,15 @@ std::string busAddress()
     const std::string socket = std::string(runtime) + "/bus";
     struct stat status {};
     return stat(socket.c_str(), &status) == 0 ? std::string("unix:path=").append(socket) : std::string();
+}
+
+/// The part before any damage: the bus's library ends the program over text that isn't UTF-8, and names of
+/// files may be anything.
+std::string intact(std::string text)
+{
+    while (!dbus_validate_utf8(text.c_str(), nullptr))
+        text.pop_back();
+    return text;
 }
 
 std::string hexOf(std::uint32_t number)
@@ -60,7 +71,8 @@ public:
 
     void Text(const char* name, const std::string& text)
     {
-        const char* value = text.c_str();
+        const std::string sent = intact(text);
+        const char* value = sent.c_str();
         Add(name, "s",
             [&](DBusMessageIter& in) { dbus_message_iter_append_basic(&in, DBUS_TYPE_STRING, &value); });
     }
@@ -110,13 +122,15 @@ private:
     {
         constexpr std::uint32_t glob = 0;
         DBusMessageIter one, patterns, pattern;
-        const char* name = filter.name.c_str();
+        const std::string shown = intact(filter.name);
+        const char* name = shown.c_str();
         dbus_message_iter_open_container(&all, DBUS_TYPE_STRUCT, nullptr, &one);
         dbus_message_iter_append_basic(&one, DBUS_TYPE_STRING, &name);
         dbus_message_iter_open_container(&one, DBUS_TYPE_ARRAY, "(us)", &patterns);
         for (const std::string& each : filter.patterns) {
             // Here a name needs no dot to be any name.
-            const char* text = each == "*.*" ? "*" : each.c_str();
+            const std::string sent = each == "*.*" ? "*" : intact(each);
+            const char* text = sent.c_str();
             dbus_message_iter_open_container(&patterns, DBUS_TYPE_STRUCT, nullptr, &pattern);
             dbus_message_iter_append_basic(&pattern, DBUS_TYPE_UINT32, &glob);
             dbus_message_iter_append_basic(&pattern, DBUS_TYPE_STRING, &text);
@@ -142,23 +156,22 @@ PortalFileChooser::~PortalFileChooser()
     dbus_connection_unref(bus);
 }
 
-PortalFileChooser::Result PortalFileChooser::Run(const FileRequest& request, std::string& path)
+PortalFileChooser::Result PortalFileChooser::Run(const FileRequest& fileRequest, std::string& path)
 {
-    if (!Connect() || !Ask(request))
+    request = &fileRequest;
+    if (!Connect())
         return Result::Unavailable;
     const std::shared_ptr<const bool> alive = owner.Liveness();
     const TickMs clock = owner.Clock();
     const std::uint32_t start = clock();
-    owner.SetInputBlocked(true);
     {
+        const X11InputBlock block(nullptr);
         const RootControl::Suspension suspension(owner.Window());
         X11NestedLoop::Run(owner, [&] {
             Poll();
-            return answered || (!isShown && clock() - start > patienceMs);
+            return answered || (!isShown && clock() - start > (callSerial ? patienceMs : busPatienceMs));
         });
     }
-    if (*alive)
-        owner.SetInputBlocked(false);
     if (!answered)
         Withdraw();
     if (result == Result::Chosen) {
@@ -177,17 +190,24 @@ bool PortalFileChooser::Connect()
     if (!bus)
         return false;
     dbus_connection_set_exit_on_disconnect(bus, false);
-    if (!dbus_bus_register(bus, nullptr))
-        return false;
+    // The library's own way to say hello waits for the answer, and the editor with it.
+    const Message hello(
+        dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS, DBUS_INTERFACE_DBUS, "Hello"));
+    return hello && dbus_connection_send(bus, hello.get(), &helloSerial);
+}
+
+void PortalFileChooser::Greeted(const char* name)
+{
+    dbus_bus_set_unique_name(bus, name);
     // Before the call: a quick answer may overtake its reply.
     const std::string rule = std::string("type='signal',interface='").append(requestInterface).append("'");
     dbus_bus_add_match(bus, rule.c_str(), nullptr);
-    return true;
+    answered = !Ask();
 }
 
-bool PortalFileChooser::Ask(const FileRequest& request)
+bool PortalFileChooser::Ask()
 {
-    const bool saves = request.kind == FileRequest::Kind::SaveFile;
+    const bool saves = request->kind == FileRequest::Kind::SaveFile;
     const Message call(dbus_message_new_method_call(portalName, portalPath, chooserInterface,
                                                     saves ? "SaveFile" : "OpenFile"));
     if (!call)
@@ -197,7 +217,8 @@ bool PortalFileChooser::Ask(const FileRequest& request)
     handle = std::string(portalPath).append("/request/").append(sender).append("/").append(handleToken);
     const std::string window = std::string("x11:").append(hexOf(owner.Window().TopLevel()));
     const char* windowText = window.c_str();
-    const char* title = request.title.c_str();
+    const std::string shownTitle = intact(request->title);
+    const char* title = shownTitle.c_str();
     DBusMessageIter arguments;
     dbus_message_iter_init_append(call.get(), &arguments);
     dbus_message_iter_append_basic(&arguments, DBUS_TYPE_STRING, &windowText);
@@ -206,14 +227,14 @@ bool PortalFileChooser::Ask(const FileRequest& request)
         OptionWriter options(arguments);
         options.Text("handle_token", handleToken);
         options.Flag("modal", true);
-        if (request.kind == FileRequest::Kind::SelectFolder)
+        if (request->kind == FileRequest::Kind::SelectFolder)
             options.Flag("directory", true);
-        if (saves && !request.name.empty())
-            options.Text("current_name", request.name);
-        if (!request.folder.empty())
-            options.Path("current_folder", request.folder);
-        if (!request.filters.empty())
-            options.Filters("filters", request.filters);
+        if (const std::string name = intact(request->name); saves && !name.empty())
+            options.Text("current_name", name);
+        if (!request->folder.empty())
+            options.Path("current_folder", request->folder);
+        if (!request->filters.empty())
+            options.Filters("filters", request->filters);
     }
     return dbus_connection_send(bus, call.get(), &callSerial);
 }
@@ -232,12 +253,16 @@ void PortalFileChooser::Poll()
 void PortalFileChooser::Take(DBusMessage* message)
 {
     const int type = dbus_message_get_type(message);
-    if (dbus_message_get_reply_serial(message) == callSerial) {
-        if (type == DBUS_MESSAGE_TYPE_ERROR) {
-            answered = true;
-            result = Result::Unavailable;
-            return;
-        }
+    const std::uint32_t serial = dbus_message_get_reply_serial(message);  // 0: answers nothing
+    const bool isAnswer = serial && (serial == helloSerial || serial == callSerial);
+    if (isAnswer && type == DBUS_MESSAGE_TYPE_ERROR) {
+        answered = true;
+        result = Result::Unavailable;
+    } else if (isAnswer && serial == helloSerial) {
+        const char* name = nullptr;
+        if (dbus_message_get_args(message, nullptr, DBUS_TYPE_STRING, &name, DBUS_TYPE_INVALID))
+            Greeted(name);
+    } else if (isAnswer) {
         const char* path = nullptr;
         // Older portals choose a name of their own.
         if (dbus_message_get_args(message, nullptr, DBUS_TYPE_OBJECT_PATH, &path, DBUS_TYPE_INVALID))
@@ -291,8 +316,9 @@ void PortalFileChooser::Withdraw()
     if (!isShown)
         return;
     const Message close(dbus_message_new_method_call(portalName, handle.c_str(), requestInterface, "Close"));
+    // What the bus doesn't take at once isn't waited for.
     if (close && dbus_connection_send(bus, close.get(), nullptr))
-        dbus_connection_flush(bus);
+        dbus_connection_read_write(bus, 0);
 }
 
 }  // namespace gui

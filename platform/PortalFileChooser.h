@@ -24,7 +24,7 @@ public:
 
     /// Runs until it is answered, with the root's lock freed.
     /// @param path  the choice
-    Result Run(const FileRequest& request, std::string& path);
+    Result Run(const FileRequest& fileRequest, std::string& path);
 
 private:
     struct Unref {
@@ -33,16 +33,19 @@ private:
     using Message = std::unique_ptr<DBusMessage, Unref>;
 
     bool Connect();
-    bool Ask(const FileRequest& request);
+    void Greeted(const char* name);
+    bool Ask();
     void Poll();
     void Take(DBusMessage* message);
     void TakeResponse(DBusMessage* message);
     void Withdraw();
 
     X11Interface& owner;
+    const FileRequest* request = nullptr;
     DBusConnection* bus = nullptr;
-    std::uint32_t callSerial = 0;
-    std::string handle;  // of the running dialog, as the portal names it
+    std::uint32_t helloSerial = 0;
+    std::uint32_t callSerial = 0;  // 0 until the bus has answered
+    std::string handle;            // of the running dialog, as the portal names it
     bool answered = false;
     bool isShown = false;
     Result result = Result::Unavailable;

@@ -1,5 +1,7 @@
 #include "platform/TextShaper.h"
 
+#include "platform/TextDirection.h"
+
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -50,11 +52,13 @@ std::u32string Decoded(std::string_view text)
     return characters;
 }
 
-/// What belongs to the character before it: combining marks, joiners and selectors of variants.
+/// What belongs to the character before it: combining marks, joiners, marks of direction, selectors of
+/// variants and tones.
 bool IsAttached(char32_t character)
 {
-    return (character >= 0x300 && character < 0x370) || (character >= 0x200C && character < 0x200E) ||
-           (character >= 0xFE00 && character < 0xFE10) || (character >= 0x20D0 && character < 0x2100);
+    return (character >= 0x300 && character < 0x370) || (character >= 0x200C && character < 0x2010) ||
+           (character >= 0x20D0 && character < 0x2100) || (character >= 0xFE00 && character < 0xFE10) ||
+           (character >= 0x1F3FB && character < 0x1F400);
 }
 
 }  // namespace
@@ -74,19 +78,28 @@ ShapedLine TextShaper::Shape(std::string_view text) const
 {
     ShapedLine line;
     const std::u32string characters = Decoded(text);
-    const std::u32string_view all = characters;
-    const FontFace* current = &face;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i <= all.size(); ++i) {
-        const FontFace* next = i < all.size() ? &FaceOf(all[i], *current) : nullptr;
-        if (next == current)
-            continue;
-        if (i > start)
-            AppendRun(line, all.substr(start, i - start), *current);
-        start = i;
-        current = next;
-    }
+    for (const DirectedRun& run : VisualRuns(characters))
+        AppendDirected(line, std::u32string_view(characters).substr(run.start, run.length), run.rightToLeft);
     return line;
+}
+
+void TextShaper::AppendDirected(ShapedLine& line, std::u32string_view run, bool rightToLeft) const
+{
+    struct Piece {
+        std::u32string_view text;
+        const FontFace* face;
+    };
+    std::vector<Piece> pieces;
+    for (std::size_t i = 0; i < run.size(); ++i) {
+        const FontFace* found = &FaceOf(run[i], pieces.empty() ? face : *pieces.back().face);
+        if (pieces.empty() || pieces.back().face != found)
+            pieces.push_back({run.substr(i, 0), found});
+        pieces.back().text = {pieces.back().text.data(), pieces.back().text.size() + 1};
+    }
+    if (rightToLeft)
+        std::reverse(pieces.begin(), pieces.end());
+    for (const Piece& piece : pieces)
+        AppendRun(line, piece.text, *piece.face, rightToLeft);
 }
 
 const FontFace& TextShaper::FaceOf(char32_t character, const FontFace& previous) const
@@ -99,12 +112,14 @@ const FontFace& TextShaper::FaceOf(char32_t character, const FontFace& previous)
     return found ? *found : face;
 }
 
-void TextShaper::AppendRun(ShapedLine& line, std::u32string_view run, const FontFace& runFace) const
+void TextShaper::AppendRun(ShapedLine& line, std::u32string_view run, const FontFace& runFace,
+                           bool rightToLeft) const
 {
     const std::unique_ptr<hb_buffer_t, decltype(&hb_buffer_destroy)> buffer(hb_buffer_create(),
                                                                             hb_buffer_destroy);
     const int length = static_cast<int>(run.size());
     hb_buffer_add_utf32(buffer.get(), reinterpret_cast<const std::uint32_t*>(run.data()), length, 0, length);
+    hb_buffer_set_direction(buffer.get(), rightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
     hb_buffer_guess_segment_properties(buffer.get());
     // Texts are shown as they are written: "->" is no arrow, and 2x4 no product.
     const hb_feature_t literal{HB_TAG('c', 'a', 'l', 't'), 0, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END};

@@ -20,8 +20,8 @@ struct ShapedLine {
     float advance = 0.0f;  // ems
 };
 
-/// Finds fonts and places for the glyphs of a line, with kerning. Characters that the font lacks come from
-/// the system's fonts. Thread: with the library's mutex held.
+/// Finds fonts and places for the glyphs of a line, with kerning, in the order in which they are shown.
+/// Characters that the font lacks come from the system's fonts. Thread: with the library's mutex held.
 class TextShaper {
 public:
     TextShaper(FontLibrary& fontLibrary, const FontFace& fontFace, bool isBold)
@@ -33,7 +33,9 @@ public:
 
 private:
     const FontFace& FaceOf(char32_t character, const FontFace& previous) const;
-    void AppendRun(ShapedLine& line, std::u32string_view run, const FontFace& runFace) const;
+    void AppendDirected(ShapedLine& line, std::u32string_view run, bool rightToLeft) const;
+    void AppendRun(ShapedLine& line, std::u32string_view run, const FontFace& runFace,
+                   bool rightToLeft) const;
 
     FontLibrary& library;
     const FontFace& face;

@@ -9,6 +9,8 @@ namespace gui {
 /// The names that this platform speaks of with other programs. The order is that of `x11AtomNames`.
 enum class X11Atom {
     ClipboardSelection,
+    ClipboardManager,
+    SaveTargets,
     Utf8String,
     Targets,
     Text,
@@ -19,7 +21,6 @@ enum class X11Atom {
     WmState,
     WmProtocols,
     WmDeleteWindow,
-    WmTakeFocus,
     NetWmName,
     NetWmState,
     NetWmStateFullScreen,
@@ -29,7 +30,6 @@ enum class X11Atom {
     NetWmWindowTypeMenu,
     NetSupported,
     NetActiveWindow,
-    NetWorkArea,
     XEmbedInfo,
     XdndAware,
     XdndProxy,
@@ -50,6 +50,8 @@ enum class X11Atom {
 
 inline constexpr std::array<const char*, static_cast<std::size_t>(X11Atom::count)> x11AtomNames{
     "CLIPBOARD",
+    "CLIPBOARD_MANAGER",
+    "SAVE_TARGETS",
     "UTF8_STRING",
     "TARGETS",
     "TEXT",
@@ -60,7 +62,6 @@ inline constexpr std::array<const char*, static_cast<std::size_t>(X11Atom::count
     "WM_STATE",
     "WM_PROTOCOLS",
     "WM_DELETE_WINDOW",
-    "WM_TAKE_FOCUS",
     "_NET_WM_NAME",
     "_NET_WM_STATE",
     "_NET_WM_STATE_FULLSCREEN",
@@ -70,7 +71,6 @@ inline constexpr std::array<const char*, static_cast<std::size_t>(X11Atom::count
     "_NET_WM_WINDOW_TYPE_POPUP_MENU",
     "_NET_SUPPORTED",
     "_NET_ACTIVE_WINDOW",
-    "_NET_WORKAREA",
     "_XEMBED_INFO",
     "XdndAware",
     "XdndProxy",

@@ -44,12 +44,54 @@ X11Clipboard::X11Clipboard(X11Interface& ui) : interface(ui), window(xcb_generat
 
 X11Clipboard::~X11Clipboard()
 {
+    {
+        const std::lock_guard guard(processLock);
+        X11Clipboard** link = &firstOfProcess;
+        while (*link != this)
+            link = &(*link)->nextOfProcess;
+        *link = nextOfProcess;
+    }
+    HandOn();
     xcb_destroy_window(interface.Connection(), window);
-    const std::lock_guard guard(processLock);
-    X11Clipboard** link = &firstOfProcess;
-    while (*link != this)
-        link = &(*link)->nextOfProcess;
-    *link = nextOfProcess;
+}
+
+void X11Clipboard::HandOn()
+{
+    if (!isOwner || owned.empty() || interface.Connection().IsLost() || SaveAtManager())
+        return;
+    X11Clipboard* other = nullptr;
+    {
+        const std::lock_guard guard(processLock);
+        other = firstOfProcess;
+    }
+    if (other)
+        other->SetText(owned);
+}
+
+// The manager fetches the text as any program does, and then says that it has it.
+bool X11Clipboard::SaveAtManager()
+{
+    X11Connection& display = interface.Connection();
+    const xcb_atom_t manager = display.Atom(X11Atom::ClipboardManager);
+    const X11Reply<xcb_get_selection_owner_reply_t> keeper(
+        xcb_get_selection_owner_reply(display, xcb_get_selection_owner(display, manager), nullptr));
+    if (!keeper || !keeper->owner)
+        return false;
+    const xcb_atom_t property = display.Atom(X11Atom::TransferProperty);
+    display.SetProperty(window, property, XCB_ATOM_ATOM,
+                        std::vector<std::uint32_t>{display.Atom(X11Atom::Utf8String)});
+    xcb_convert_selection(display, window, manager, display.Atom(X11Atom::SaveTargets), property, ownedSince);
+    const X11Event event = display.WaitFor(
+        [&](const xcb_generic_event_t& candidate) {
+            const auto& notify = reinterpret_cast<const xcb_selection_notify_event_t&>(candidate);
+            if (EventKind(candidate) == XCB_SELECTION_NOTIFY)
+                return notify.requestor == window && notify.selection == manager;
+            if (EventKind(candidate) == XCB_SELECTION_REQUEST || EventKind(candidate) == XCB_PROPERTY_NOTIFY)
+                HandleEvent(candidate);
+            return false;
+        },
+        answerMs);
+    return event && reinterpret_cast<const xcb_selection_notify_event_t&>(*event).property;
 }
 
 std::optional<std::string> X11Clipboard::OwnedInProcess(xcb_window_t owner)
@@ -63,14 +105,15 @@ std::optional<std::string> X11Clipboard::OwnedInProcess(xcb_window_t owner)
 
 std::string X11Clipboard::GetText()
 {
-    if (isOwner)
-        return owned;
     X11Connection& display = interface.Connection();
     const xcb_atom_t selection = display.Atom(X11Atom::ClipboardSelection);
     const X11Reply<xcb_get_selection_owner_reply_t> owner(
         xcb_get_selection_owner_reply(display, xcb_get_selection_owner(display, selection), nullptr));
     if (!owner || !owner->owner)
         return {};
+    // The display's word: that another program took it over may not have been read yet.
+    if (owner->owner == window)
+        return owned;
     if (auto text = OwnedInProcess(owner->owner))
         return *std::move(text);
     const xcb_timestamp_t now = display.LastInputTime();

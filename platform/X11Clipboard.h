@@ -14,7 +14,8 @@ namespace gui {
 class X11Interface;
 
 /// The text that programs hand each other by copy and paste. Large ones go in pieces, both ways. Asking
-/// another program for its text waits for the answer, but not for long.
+/// another program for its text waits for the answer, but not for long. What was copied here outlives the
+/// editor where there is anybody to keep it: the desktop's clipboard manager, or another editor.
 class X11Clipboard : public X11EventHandler {
 public:
     explicit X11Clipboard(X11Interface& ui);
@@ -43,6 +44,8 @@ private:
         std::uint32_t startMs = 0;
     };
 
+    void HandOn();
+    bool SaveAtManager();
     static std::optional<std::string> OwnedInProcess(xcb_window_t owner);
     void Answer(const xcb_selection_request_event_t& request);
     bool Deliver(const xcb_selection_request_event_t& request, xcb_atom_t property);

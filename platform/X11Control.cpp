@@ -15,6 +15,9 @@ constexpr char windowClass[] = "MV_UIWindow\0MV_UIWindow";
 constexpr std::uint32_t normalEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
                                        XCB_EVENT_MASK_ENTER_WINDOW | XCB_EVENT_MASK_LEAVE_WINDOW |
                                        XCB_EVENT_MASK_FOCUS_CHANGE;
+// Of a window's size hints: how many numbers, and that the place is meant.
+constexpr std::size_t sizeHintItems = 18;
+constexpr std::uint32_t placed = 4;
 
 }  // namespace
 
@@ -32,12 +35,8 @@ bool X11Control::Create(const X11Interface::Options& options)
     X11Connection& display = interface.Connection();
     SetSize(options.size);
     const xcb_window_t in = parent ? parent : display.RootWindow();
-    const BasicPoint<int> size = WantedSize();
-    DeviceRect rect = DeviceRect::At({0, 0}, size);
-    if (!parent)
-        if (const auto* monitor = interface.Screens().MonitorOf(rect))
-            rect = DeviceRect::At(
-                {monitor->rect.Middle().x - size.x / 2, monitor->rect.Middle().y - size.y / 2}, size);
+    const DeviceRect rect =
+        parent ? DeviceRect::At({0, 0}, WantedSize()) : PlaceOver(options.over, WantedSize());
     if (!CreateNative(in, rect, false))
         return false;
     if (!parent)
@@ -48,6 +47,22 @@ bool X11Control::Create(const X11Interface::Options& options)
         xcb_get_input_focus_reply(display, xcb_get_input_focus(display), nullptr));
     FollowHost();
     return made != nullptr;
+}
+
+// In the middle, and wholly on that monitor: half of a dialog on the next one can't be read.
+DeviceRect X11Control::PlaceOver(const DeviceRect& over, BasicPoint<int> size) const
+{
+    const X11Screens::Monitor* monitor = interface.Screens().MonitorOf(over);
+    if (!monitor)
+        return DeviceRect::At({0, 0}, size);
+    const DeviceRect& room = monitor->rect;
+    const BasicPoint<int> middle = over.IsEmpty() ? room.Middle() : over.Middle();
+    const auto fit = [](int wanted, int length, int low, int high) {
+        return std::max(low, std::min(wanted, high - length));
+    };
+    return DeviceRect::At({fit(middle.x - size.x / 2, size.x, room.left, room.right),
+                           fit(middle.y - size.y / 2, size.y, room.top, room.bottom)},
+                          size);
 }
 
 bool X11Control::CreateNative(xcb_window_t in, const DeviceRect& rect, bool overrideRedirect)
@@ -111,9 +126,8 @@ void X11Control::DescribeDialog(const X11Interface::Options& options)
     display.SetProperty(window, display.Atom(X11Atom::NetWmName), display.Atom(X11Atom::Utf8String),
                         options.title);
     // Fixed size: least and largest are the same.
-    constexpr std::uint32_t minimumAndMaximum = 16 | 32;
-    std::vector<std::uint32_t> hints(18, 0);
-    hints[0] = minimumAndMaximum;
+    std::vector<std::uint32_t> hints(sizeHintItems, 0);
+    hints[0] = placed | (16 | 32);
     hints[5] = hints[7] = static_cast<std::uint32_t>(deviceSize.x);
     hints[6] = hints[8] = static_cast<std::uint32_t>(deviceSize.y);
     display.SetProperty(window, XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, hints);
@@ -132,11 +146,8 @@ void X11Control::FollowHost()
     interface.NotePosition();
 }
 
-void X11Control::ForgetWindow()
-{
-    window = XCB_WINDOW_NONE;
-    WindowChanged();
-}
+// In full screen it would stay over everything: the host's window isn't its parent then.
+void X11Control::ForgetWindow() { DestroyNative(); }
 
 DeviceRect X11Control::ScreenRect() const
 {
@@ -194,11 +205,13 @@ bool X11Control::HandleEvent(const xcb_generic_event_t& event)
         if (IsOurs(reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window))
             interface.Mouse().Cancel();
         return false;
-    case XCB_DESTROY_NOTIFY:
-        if (!IsOurs(reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window))
+    case XCB_DESTROY_NOTIFY: {
+        const xcb_window_t gone = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
+        if (!IsOurs(gone) && !(parent && gone == parent))
             return false;
         interface.WindowGone();
         return true;
+    }
     case XCB_CLIENT_MESSAGE: {
         const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
         if (!IsOurs(message.window) ||
@@ -271,7 +284,10 @@ void X11Control::EnterFullScreen()
     if (!window || !monitor)
         return;
     windowedSize = GetSize();
-    const DeviceRect rect = monitor->rect;
+    // One pixel taller: compositors take a window that covers a monitor exactly for a game, and stop
+    // composing for it, with a flash at its start and end.
+    DeviceRect rect = monitor->rect;
+    ++rect.bottom;
     DestroyNative();
     const bool managed = CanManageFullScreen();
     if (!CreateNative(display.RootWindow(), rect, !managed)) {
@@ -285,6 +301,10 @@ void X11Control::EnterFullScreen()
                         std::vector<std::uint32_t>{display.Atom(X11Atom::NetWmStateFullScreen)});
     display.SetProperty(window, display.Atom(X11Atom::WmProtocols), XCB_ATOM_ATOM,
                         std::vector<std::uint32_t>{display.Atom(X11Atom::WmDeleteWindow)});
+    // The place says which monitor to fill.
+    std::vector<std::uint32_t> hints(sizeHintItems, 0);
+    hints[0] = placed;
+    display.SetProperty(window, XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, hints);
     Map(true);
     const float scale = interface.Backing().Scale();
     SetSize({static_cast<float>(rect.Width()) / scale, static_cast<float>(rect.Height()) / scale});

@@ -45,6 +45,7 @@ protected:
     X11Interface& interface;
 
 private:
+    DeviceRect PlaceOver(const DeviceRect& over, BasicPoint<int> size) const;
     bool CreateNative(xcb_window_t in, const DeviceRect& rect, bool overrideRedirect);
     void DestroyNative();
     void DescribeDialog(const X11Interface::Options& options);

@@ -78,6 +78,9 @@ X11DesktopSettings X11DesktopSettings::Read(X11Connection& connection)
     const xcb_window_t manager = managerWindow(connection);
     if (!manager)
         return settings;
+    // It tells of later ones by the property.
+    const std::uint32_t changes = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(connection, manager, XCB_CW_EVENT_MASK, &changes);
     const auto managed = connection.GetProperty(manager, connection.Atom(X11Atom::XSettings));
     for (const auto& [name, value] : ParseManager(managed.bytes)) {
         if (value <= 0)

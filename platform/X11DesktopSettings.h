@@ -13,7 +13,7 @@ class X11Connection;
 /// its settings manager; a plain window manager leaves it to the display's resources.
 class X11DesktopSettings {
 public:
-    /// Reads what the desktop says now. Thread: main.
+    /// Reads what the desktop says now; its later changes come as events of the connection. Thread: main.
     static X11DesktopSettings Read(X11Connection& connection);
 
     /// The numbers of a settings manager's property; those of other kinds are left out. Damaged data gives

@@ -6,6 +6,21 @@
 
 namespace gui {
 
+namespace {
+
+/// The window's ground, with a line around it: not every window manager gives it a frame.
+class Ground : public Control {
+public:
+    using Control::Control;
+    void PaintContent(Canvas& canvas) override
+    {
+        canvas.FillRect(GetClientRect(), DialogStyle::border);
+        canvas.FillRect(GetClientRect().Inset(1.0f), DialogStyle::background);
+    }
+};
+
+}  // namespace
+
 X11Dialog::X11Dialog(X11Interface& editor, Point size, const std::string& title) : owner(editor)
 {
     X11Interface::Options options;
@@ -13,11 +28,12 @@ X11Dialog::X11Dialog(X11Interface& editor, Point size, const std::string& title)
     options.scale = owner.Backing().Scale();
     options.transientFor = owner.Window().TopLevel();
     options.title = title;
+    options.over = owner.Window().ScreenRect();
     ui = X11Interface::Open(loop, options, owner.Clock());
     if (!ui)
         return;
-    background = std::make_unique<Control>(*ui, &ui->Window());
-    background->BackgroundColor.assign(DialogStyle::background);
+    background = std::make_unique<Ground>(*ui, &ui->Window());
+    background->Opaque.assign(true);
     background->SetSize(size);
     background->Enabled.assign(false);
     ui->OnCloseRequested.setHandler(NotifyEvent::handler([this](void*) { End(false); }));
@@ -32,17 +48,9 @@ bool X11Dialog::Run()
     if (!ui || ended)
         return accepted;
     const PipeSignalGuard guard;
-    const std::shared_ptr<const bool> alive = owner.Liveness();
-    owner.SetInputBlocked(true);
-    bool answered = false;
-    {
-        const RootControl::Suspension suspension(owner.Window());
-        answered = X11NestedLoop::Run(
-            owner, [this] { return ended; }, ui.get());
-    }
-    if (*alive)
-        owner.SetInputBlocked(false);
-    return answered && accepted;
+    const X11InputBlock block(ui.get());
+    const RootControl::Suspension suspension(owner.Window());
+    return X11NestedLoop::Run(owner, [this] { return ended; }) && accepted;
 }
 
 void X11Dialog::End(bool isAccepted)

@@ -11,6 +11,7 @@
 #include "platform/X11Timer.h"
 
 #include <algorithm>
+#include <mutex>
 
 namespace gui {
 
@@ -19,7 +20,21 @@ namespace {
 // A window that is being dragged sends moves faster than this.
 constexpr std::uint32_t restMs = 100;
 
+// A plain list: nothing of it has to be destroyed when the module goes.
+std::mutex interfacesLock;
+X11Interface* firstInterface = nullptr;
+
 }  // namespace
+
+std::vector<X11Interface*> X11Interface::OfThread()
+{
+    std::vector<X11Interface*> all;
+    const std::lock_guard guard(interfacesLock);
+    for (X11Interface* each = firstInterface; each; each = each->nextOfProcess)
+        if (each->IsMainThread())
+            all.push_back(each);
+    return all;
+}
 
 std::unique_ptr<X11Interface> X11Interface::Open(HostLoop& loop, const Options& options, TickMs tick)
 {
@@ -43,6 +58,9 @@ X11Interface::X11Interface(HostLoop& hostLoop, std::unique_ptr<X11Connection> op
     static_cast<X11PlatformDelegate&>(Platform()).Attach(*this);
     Backing().ReadAdjustments(options.scalingAdjustments);
     pump = std::make_unique<X11Pump>(loop, static_cast<X11Pump::Sink&>(*this));
+    const std::lock_guard guard(interfacesLock);
+    nextOfProcess = firstInterface;
+    firstInterface = this;
 }
 
 bool X11Interface::CreateWindow(const Options& options)
@@ -77,6 +95,13 @@ bool X11Interface::CreateWindow(const Options& options)
 X11Interface::~X11Interface()
 {
     const PipeSignalGuard guard;
+    {
+        const std::lock_guard listGuard(interfacesLock);
+        X11Interface** link = &firstInterface;
+        while (*link != this)
+            link = &(*link)->nextOfProcess;
+        *link = nextOfProcess;
+    }
     *alive = false;
     BeginDestruction();
     handlers.clear();
@@ -154,8 +179,10 @@ void X11Interface::SetEventFilter(std::function<bool(const xcb_generic_event_t&)
 void X11Interface::SetInputBlocked(bool blocked)
 {
     inputBlocks += blocked ? 1 : -1;
-    if (blocked && inputBlocks == 1)
-        mouse->Cancel();
+    if (!blocked || inputBlocks != 1)
+        return;
+    const RootControl::Entry entry(*control);
+    mouse->Cancel();
 }
 
 void X11Interface::RemoveEventHandler(X11EventHandler& handler) { std::erase(handlers, &handler); }
@@ -197,10 +224,8 @@ void X11Interface::propertyChanged(AbstractProperty& property)
 
 void X11Interface::PollModifiers()
 {
-    const int held = keyboard->Modifiers();
-    constexpr int polled = InputFlags::ctrl | InputFlags::shift;
-    if (!IsInputBlocked() && (held & polled) != (control->LastFlags() & polled))
-        control->WindowModifiers(FilterFlags(held));
+    if (const auto held = keyboard->Modifiers(); held && !IsInputBlocked())
+        control->WindowModifiers(FilterFlags(*held));
 }
 
 void X11Interface::CheckMonitor()

@@ -38,6 +38,8 @@ public:
         /// A dialog over this window, with this title. Only without a parent.
         xcb_window_t transientFor = XCB_WINDOW_NONE;
         std::string title;
+        /// What it opens over the middle of, device pixels of the screen; empty for the first monitor.
+        DeviceRect over;
     };
     static constexpr int automaticScale = 1;
 
@@ -45,6 +47,9 @@ public:
     static std::unique_ptr<X11Interface> Open(HostLoop& loop, const Options& options,
                                               TickMs tick = systemTickMs);
     ~X11Interface() override;
+
+    /// All that live on this thread: editors and dialogs. The last one opened comes first.
+    static std::vector<X11Interface*> OfThread();
 
     /// The scale that a user's setting asks for; 0 for automatic.
     static float OverrideScale(int scaleSetting) noexcept;
@@ -72,7 +77,7 @@ public:
     void SetFlagsFilter(std::function<int(int flags)> filter) { flagsFilter = std::move(filter); }
     int FilterFlags(int flags) const { return flagsFilter ? flagsFilter(flags) : flags; }
 
-    /// While a dialog is open over it: mouse and keys do nothing.
+    /// While a dialog is open: mouse and keys do nothing. Each block has to be taken back.
     void SetInputBlocked(bool blocked);
     bool IsInputBlocked() const { return inputBlocks > 0; }
 
@@ -153,6 +158,7 @@ private:
     bool positionStale = false;
     std::uint32_t positionTime = 0;  // of the last move
     X11Screens::Monitor lastMonitor;
+    X11Interface* nextOfProcess = nullptr;
 };
 
 }  // namespace gui

@@ -84,6 +84,11 @@ void X11Keyboard::SelectEvents()
     xkb_x11_setup_xkb_extension(display, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
                                 XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, nullptr, nullptr);
     xcb_xkb_select_events_aux(display, XCB_XKB_ID_USE_CORE_KBD, kinds, 0, 0, parts, parts, &details);
+    // Only changes are told from now on: what is held already has to be asked for.
+    const X11Reply<xcb_xkb_get_state_reply_t> now(
+        xcb_xkb_get_state_reply(display, xcb_xkb_get_state(display, XCB_XKB_ID_USE_CORE_KBD), nullptr));
+    if (now)
+        modifiers = X11Mouse::FlagsOf(now->mods) & InputFlags::keyboardMask;
 }
 
 void X11Keyboard::ReadLayout()
@@ -180,6 +185,8 @@ void X11Keyboard::Pressed(const xcb_key_press_event_t& event)
 {
     if (interface.IsInputBlocked())
         return;
+    // The release of an earlier press of it went to the host itself.
+    std::erase(handedOver, event.detail);
     const std::shared_ptr<const bool> alive = interface.Liveness();
     const X11Key key = Translate(event);
     // A modifier or a dead key alone decides nothing yet.
@@ -192,7 +199,11 @@ void X11Keyboard::Pressed(const xcb_key_press_event_t& event)
     handedOver.push_back(event.detail);
     interface.Focus().HandOver(event);
     // From now on the host gets its keys itself.
-    if (!interface.Window().IsLeftDown())
+    X11Control& root = interface.Window();
+    if (root.IsLeftDown())
+        return;
+    root.SetCapture(nullptr);
+    if (*alive)
         interface.Focus().GiveBack();
 }
 

@@ -8,6 +8,7 @@
 #include <xkbcommon/xkbcommon.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -43,8 +44,9 @@ public:
     /// Null for none. The sink outlives its being set.
     void SetSink(X11KeySink* newSink) { sink = newSink; }
     X11KeySink* Sink() const { return sink; }
-    /// The modifier flags as they are now, also while others have the keyboard.
-    int Modifiers() const { return modifiers; }
+    /// The modifier flags as they are now, also while others have the keyboard. None if the display tells
+    /// only those who have it.
+    std::optional<int> Modifiers() const { return modifiers; }
     /// A press by the layout. Dead keys and the like give a key without text until they are done.
     X11Key Translate(const xcb_key_press_event_t& event);
 
@@ -68,7 +70,7 @@ private:
     std::unique_ptr<xkb_state, Release<xkb_state_unref>> state;
     std::unique_ptr<xkb_compose_state, Release<xkb_compose_state_unref>> compose;
     X11KeySink* sink = nullptr;
-    int modifiers = 0;
+    std::optional<int> modifiers;
     std::vector<xcb_keycode_t> handedOver;  // keys that went down for the host
 };
 

@@ -91,7 +91,7 @@ void X11MenuSession::OpenSubmenu(bool selectFirst)
     Menu* submenu = Top().CanSelect(row) ? Top().Submenu(row) : nullptr;
     if (!submenu)
         return;
-    OpenLevel(*submenu, Top().RowRect(row), MenuPlacement::Side::Beside);
+    OpenLevel(*submenu, Top().SubmenuAnchor(row), MenuPlacement::Side::Beside);
     if (selectFirst)
         Top().Select(Top().NextRow(-1, 1));
 }
@@ -118,15 +118,12 @@ void X11MenuSession::Tick()
     }
     // At the upper and lower edge of a long menu the mouse scrolls it.
     const int level = LevelAt(pointer);
-    if (level < 0 || !levels[static_cast<std::size_t>(level)]->IsScrollable())
+    if (level < 0)
         return;
     X11MenuWindow& under = *levels[static_cast<std::size_t>(level)];
-    constexpr float zone = 12.0f, step = 4.0f;
-    const float scale = interface.Backing().Scale();
-    if (pointer.y >= under.ScreenRect().bottom - ToDevice(zone, scale))
-        under.ScrollBy(ToDevice(step, scale));
-    else if (pointer.y < under.ScreenRect().top + ToDevice(zone, scale))
-        under.ScrollBy(-ToDevice(step, scale));
+    constexpr float step = 4.0f;
+    if (const int direction = under.ScrollDirectionAt(pointer))
+        under.ScrollBy(direction * ToDevice(step, interface.Backing().Scale()));
 }
 
 bool X11MenuSession::HandleEvent(const xcb_generic_event_t& event)

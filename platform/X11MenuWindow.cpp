@@ -17,7 +17,8 @@ constexpr float markWidth = 24.0f;   // check marks and icons
 constexpr float arrowWidth = 24.0f;  // and the room right of a text
 constexpr float rowPadding = 4.0f;   // above and below a text
 constexpr float separatorHeight = 9.0f;
-constexpr float leastWidth = 80.0f;
+constexpr float leastMenuWidth = 80.0f;
+constexpr float scrollEdge = 14.0f;  // where a long menu says that there is more
 
 }  // namespace
 
@@ -43,7 +44,7 @@ float X11MenuWindow::Logical(int device) const
 
 void X11MenuWindow::AddRows()
 {
-    float widest = leastWidth;
+    float widest = leastMenuWidth;
     int top = Device(edge);
     for (int i = 0; i < menu.ItemCount(); ++i) {
         MenuItem& item = *menu.GetItem(i);
@@ -91,7 +92,7 @@ void X11MenuWindow::Open(const DeviceRect& anchor, MenuPlacement::Side side, con
 
 int X11MenuWindow::RowAt(BasicPoint<int> point) const
 {
-    if (!screenRect.Contains(point))
+    if (!screenRect.Contains(point) || ScrollDirectionAt(point) != 0)
         return -1;
     const int y = point.y - screenRect.top + offset;
     for (std::size_t i = 0; i < rows.size(); ++i)
@@ -100,10 +101,25 @@ int X11MenuWindow::RowAt(BasicPoint<int> point) const
     return -1;
 }
 
-DeviceRect X11MenuWindow::RowRect(int row) const
+bool X11MenuWindow::HasMore(int direction) const
+{
+    return direction < 0 ? offset > 0 : offset < contentHeight - screenRect.Height();
+}
+
+int X11MenuWindow::ScrollDirectionAt(BasicPoint<int> point) const
+{
+    if (!screenRect.Contains(point))
+        return 0;
+    const int zone = Device(scrollEdge);
+    if (HasMore(-1) && point.y < screenRect.top + zone)
+        return -1;
+    return HasMore(1) && point.y >= screenRect.bottom - zone ? 1 : 0;
+}
+
+DeviceRect X11MenuWindow::SubmenuAnchor(int row) const
 {
     const Row& at = rows[static_cast<std::size_t>(row)];
-    const int top = screenRect.top + at.top - offset;
+    const int top = screenRect.top + at.top - offset - Device(edge);
     return {screenRect.left, top, screenRect.right, top + at.height};
 }
 
@@ -149,7 +165,9 @@ void X11MenuWindow::Select(int row)
     if (row >= 0) {
         // Into view.
         const Row& at = rows[static_cast<std::size_t>(row)];
-        const int margin = Device(edge);
+        const bool isFirst = at.top <= Device(edge),
+                   isLast = at.top + at.height + Device(edge) >= contentHeight;
+        const int margin = Device(isFirst || isLast ? edge : scrollEdge);
         if (at.top - margin < offset)
             ScrollBy(at.top - margin - offset);
         else if (at.top + at.height + margin > offset + screenRect.Height())
@@ -179,6 +197,9 @@ void X11MenuWindow::Paint()
     canvas.FillRect(all.Inset(line), DialogStyle::menuBackground);
     for (std::size_t i = 0; i < rows.size(); ++i)
         PaintRow(canvas, rows[i], static_cast<int>(i) == selected);
+    for (const int direction : {-1, 1})
+        if (HasMore(direction))
+            PaintEdge(canvas, direction);
     surface->Put(bitmap, {0, 0, screenRect.Width(), screenRect.Height()});
 }
 
@@ -202,6 +223,19 @@ void X11MenuWindow::PaintRow(Canvas& canvas, const Row& row, bool isSelected)
     canvas.DrawBitmapAt(row.text->GetBitmap(),
                         {markWidth, rect.top + (rect.Height() - row.text->GetHeight()) * 0.5f});
     PaintMarks(canvas, row, rect, color);
+}
+
+// An arrow towards what is out of view.
+void X11MenuWindow::PaintEdge(Canvas& canvas, int direction)
+{
+    const float line = Logical(1), width = Logical(screenRect.Width()), height = Logical(screenRect.Height());
+    const float top = direction < 0 ? line : height - scrollEdge;
+    const Rect strip = Rect::At({line, top}, {width - 2.0f * line, scrollEdge - line});
+    canvas.FillRect(strip, DialogStyle::menuBackground);
+    const auto way = static_cast<float>(direction);
+    const Point tip{width * 0.5f, (strip.top + strip.bottom) * 0.5f + 2.0f * way};
+    for (const float side : {-4.0f, 4.0f})
+        canvas.DrawLine(tip + Point{side, -4.0f * way}, tip, strip, DialogStyle::text, 1.5f);
 }
 
 void X11MenuWindow::PaintMarks(Canvas& canvas, const Row& row, const Rect& rect, Color color)

@@ -32,7 +32,8 @@ public:
     int RowCount() const { return static_cast<int>(rows.size()); }
     /// The row at a point of the screen; -1 for none.
     int RowAt(BasicPoint<int> point) const;
-    DeviceRect RowRect(int row) const;  // of the screen
+    /// What a row's submenu opens beside, so that its first entry lies level with the row.
+    DeviceRect SubmenuAnchor(int row) const;
     MenuItem& Item(int row) const { return *rows[static_cast<std::size_t>(row)].item; }
     Menu* Submenu(int row) const;
     bool CanSelect(int row) const;
@@ -45,7 +46,8 @@ public:
     void Select(int row);  // -1 for none
     /// Device pixels downwards.
     void ScrollBy(int pixels);
-    bool IsScrollable() const { return contentHeight > screenRect.Height(); }
+    /// -1 or 1 where a point of the screen lies at an edge beyond which there is more; else 0.
+    int ScrollDirectionAt(BasicPoint<int> point) const;
     void Paint();
 
 private:
@@ -58,6 +60,8 @@ private:
 
     void AddRows();
     void PaintRow(Canvas& canvas, const Row& row, bool isSelected);
+    void PaintEdge(Canvas& canvas, int direction);
+    bool HasMore(int direction) const;
     void PaintMarks(Canvas& canvas, const Row& row, const Rect& rect, Color color);
     int Device(float logical) const;
     float Logical(int device) const;

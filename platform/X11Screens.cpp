@@ -9,15 +9,35 @@ namespace gui {
 
 X11Screens::X11Screens(X11Connection& display) : connection(display)
 {
+    const xcb_window_t root = connection.RootWindow();
     if (connection.Has().randrEvent)
-        xcb_randr_select_input(connection, connection.RootWindow(), XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE);
+        xcb_randr_select_input(connection, root, XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE);
+    // Monitors that are regrouped by hand only show as news of the root, and the letters' size as a property.
+    const std::uint32_t news = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(connection, root, XCB_CW_EVENT_MASK, &news);
     Refresh();
+}
+
+bool X11Screens::IsNews(const xcb_generic_event_t& event) const
+{
+    switch (EventKind(event)) {
+    case XCB_CONFIGURE_NOTIFY:
+        return reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == connection.RootWindow();
+    case XCB_PROPERTY_NOTIFY: {
+        const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        return notify.atom == connection.Atom(X11Atom::XSettings) ||
+               (notify.window == connection.RootWindow() &&
+                notify.atom == connection.Atom(X11Atom::ResourceManager));
+    }
+    default:
+        return connection.Has().randrEvent &&
+               EventKind(event) == connection.Has().randrEvent + XCB_RANDR_SCREEN_CHANGE_NOTIFY;
+    }
 }
 
 bool X11Screens::HandleEvent(const xcb_generic_event_t& event)
 {
-    if (!connection.Has().randrEvent ||
-        EventKind(event) != connection.Has().randrEvent + XCB_RANDR_SCREEN_CHANGE_NOTIFY)
+    if (!IsNews(event))
         return false;
     Refresh();
     changed = true;

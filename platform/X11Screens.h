@@ -40,6 +40,7 @@ public:
 
 private:
     void Refresh();
+    bool IsNews(const xcb_generic_event_t& event) const;
 
     X11Connection& connection;
     X11DesktopSettings settings;

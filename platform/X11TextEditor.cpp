@@ -89,7 +89,7 @@ bool X11TextEditor::TakeKey(const X11Key& key)
         return true;
     case XKB_KEY_Tab:
     case XKB_KEY_ISO_Left_Tab:
-        if (TabKey.value() == TabAction::Event)
+        if (TabAction.value() == TabAction::Event)
             OnTab.fire(this);
         return true;
     default:

@@ -44,6 +44,8 @@ void MemoryTrail::fetch() const noexcept
         __builtin_prefetch(at, 1);
     for (std::size_t i = 0; i < notedCount; ++i)
         __builtin_prefetch(noted[i], 1);
+    for (const MemoryStream* stream : streams)
+        stream->fetchAhead();
 }
 
 }  // namespace wave

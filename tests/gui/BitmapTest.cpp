@@ -1,4 +1,6 @@
 #include "gui/Bitmap.h"
+
+#include "foundation/Resources.h"
 #include "support/PngFile.h"
 
 #include <gtest/gtest.h>
@@ -163,9 +165,71 @@ TEST_F(BitmapTest, OthersAreEmptiedWhenTheScaleChanges)
     EXPECT_EQ(changes, 1);
 }
 
+TEST_F(BitmapTest, ACopyIsItsOwnPictureAtEveryScale)
+{
+    std::istringstream stream(FlatPicture(8, 6).Bytes());
+    bitmap.ReadSource(stream, 2.0f);
+    for (const int level : {0, 4}) {  // scaled, and as it was read
+        backing.SetLevel(level);
+        Bitmap copy(backing);
+        copy.CopyFrom(bitmap);
+        ASSERT_EQ(copy.GetSize(), bitmap.GetSize());
+        EXPECT_EQ(copy.GetLogicalSize(), (Point{4, 3}));
+        const std::uint32_t pixel = At(0, 0);
+        copy.Clear();
+        EXPECT_EQ(At(0, 0), pixel);
+        backing.SetLevel(2);
+        EXPECT_EQ(copy.GetSize(), (BasicPoint<int>{6, 5}));  // 1.5 times 4 and 3, and 0.7
+        copy.SetSize(3, 0);
+        Bitmap empty(backing);
+        empty.CopyFrom(copy);
+        EXPECT_EQ(empty.GetSize(), copy.GetSize());
+        EXPECT_EQ(empty.GetPixels(), nullptr);
+        backing.SetLevel(level);
+    }
+}
+
+/// Counts what it has of the memory for pixels.
+class CountingBitmap : public Bitmap {
+public:
+    using Bitmap::Bitmap;
+    ~CountingBitmap() override { SetSize(0, 0); }
+    static inline int held = 0;
+
+protected:
+    void FreePixels(std::uint32_t* freed) noexcept override
+    {
+        held -= freed != nullptr;
+        Bitmap::FreePixels(freed);
+    }
+    std::uint32_t* AllocatePixels() override
+    {
+        std::uint32_t* const taken = Bitmap::AllocatePixels();
+        held += taken != nullptr;
+        return taken;
+    }
+};
+
+TEST_F(BitmapTest, APictureThatNeedsNoScalingHasItsPixelsOnce)
+{
+    {
+        CountingBitmap counted(backing);
+        std::istringstream stream(FlatPicture(8, 6).Bytes());
+        counted.ReadSource(stream, 2.0f);
+        EXPECT_EQ(CountingBitmap::held, 2);
+        backing.SetLevel(4);
+        EXPECT_EQ(CountingBitmap::held, 1);
+        backing.SetLevel(7);
+        EXPECT_EQ(CountingBitmap::held, 2);
+        counted.SetSize(5, 5);
+        EXPECT_EQ(CountingBitmap::held, 1);
+    }
+    EXPECT_EQ(CountingBitmap::held, 0);
+}
+
 TEST_F(BitmapTest, WhatIsNoPictureSaysSo)
 {
-    EXPECT_THROW(bitmap.Load("NoSuchPicture.png"), std::runtime_error);
+    EXPECT_THROW(bitmap.Load("NoSuchPicture.png"), EResource);
     std::istringstream stream("GIF89a");
     try {
         bitmap.ReadSource(stream, 1.0f);

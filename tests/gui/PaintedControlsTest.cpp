@@ -73,6 +73,31 @@ TEST_F(PaintedControls, AShapeFillsWithinItsBorder)
     EXPECT_TRUE(Found(red).IsEmpty());
 }
 
+TEST_F(PaintedControls, AShapesBorderIsEquallyThickAtEveryScale)
+{
+    Shape shape(ui, &root, red);
+    shape.SetBounds({10, 10, 30, 30});
+    shape.BorderColor.assign(blue);
+    for (int level = 0; level < DeviceBacking::levelCount; ++level) {
+        ui.Backing().SetLevel(level);
+        for (const float width : {0.5f, 1.0f, 1.5f, 3.0f}) {
+            shape.BorderWidth.assign(width);
+            ui.Paint();
+            const float scale = ui.Backing().Scale();
+            const auto isBorder = [&](int x, int y) {
+                return ui.Picture().GetPixels()[y * ui.Picture().GetSize().x + x] == ToPixel(blue);
+            };
+            const int start = ToDevice(10, scale), end = ToDevice(30, scale), middle = ToDevice(20, scale);
+            const int thickness = ToDevice(width, scale);
+            for (int i = 0; i < end - start; ++i) {
+                const bool expected = i < thickness || i >= end - start - thickness;
+                EXPECT_EQ(isBorder(start + i, middle), expected) << scale << ' ' << width << ' ' << i;
+                EXPECT_EQ(isBorder(middle, start + i), expected) << scale << ' ' << width << ' ' << i;
+            }
+        }
+    }
+}
+
 TEST_F(PaintedControls, AShapesGradientRunsInItsDirection)
 {
     Shape shape(ui, &root, {});
@@ -89,7 +114,7 @@ TEST_F(PaintedControls, AShapesGradientRunsInItsDirection)
         EXPECT_EQ(At(dark.x, dark.y).r, 3) << static_cast<int>(direction);  // half a pixel of 40
         EXPECT_EQ(At(light.x, light.y).r, 252);
     }
-    shape.Type.assign(Shape::GradientType::Radial);
+    shape.GradientType.assign(Shape::GradientType::Radial);
     EXPECT_LT(At(20, 20).r, 8);
     EXPECT_GT(At(0, 0).r, 247);
     shape.FillGradient.assign(Gradient(red, red));
@@ -112,10 +137,10 @@ TEST_F(PaintedControls, AnImageCatchesTheMouseWhereItsPixelsShow)
 
     image.Offset.assign({});
     image.SetBounds({0, 0, 60, 10});
-    image.Stretch.assign(Image::StretchMode::Corner);
+    image.StretchMode.assign(Image::StretchMode::Corner);
     for (const auto& [mode, firstEnd, lastStart] :
          {std::tuple{Image::StretchMode::Corner, 10, 50}, std::tuple{Image::StretchMode::Halves, 25, 35}}) {
-        image.Stretch.assign(mode);
+        image.StretchMode.assign(mode);
         for (int x = 0; x < 60; ++x) {
             const bool shows = x < firstEnd || x >= lastStart;
             EXPECT_EQ(image.GetAlphaAt({static_cast<float>(x), 5}), shows ? 255 : 0) << x;
@@ -150,6 +175,12 @@ TEST_F(PaintedControls, ALightGoesOffByItself)
     ui.AdvanceTime(1);
     EXPECT_EQ(At(3, 3), blue);
     EXPECT_FALSE(light.GetTimer().Running.value());
+    light.Value.assign(true);
+    ui.AdvanceTime(60);
+    light.Value.assign(false);
+    light.Value.assign(true);
+    ui.AdvanceTime(99);  // flashes in full once more
+    EXPECT_EQ(At(3, 3), green);
 }
 
 TEST_F(PaintedControls, LinesAreStackedAndPlaced)

@@ -120,6 +120,11 @@ TEST_F(ScrollAreaTest, AStripsButtonsScrollWhileTheyAreHeld)
     release({95, 20});
     EXPECT_TRUE(scroll({50, 20}, {0, 0.01f}, {0, 30}));  // a wheel has one axis
     EXPECT_EQ(strip.Area().ScrollX.value(), 68);
+    ui->AdvanceTime(600);
+    EXPECT_TRUE(scroll({95, 20}, {0, 0.01f}, {0, 30}));  // over a button
+    EXPECT_EQ(strip.Area().ScrollX.value(), 36);
+    EXPECT_TRUE(scroll({95, 20}, {0, 0.01f}, {0, 60}));
+    EXPECT_FALSE(scroll({95, 20}, {0, 0.01f}, {0, 30}));  // at the end it is the parent's
 }
 
 TEST_F(ScrollAreaTest, ABarLaysItsControlsOutAsTheyCloseAndOpen)
@@ -134,6 +139,13 @@ TEST_F(ScrollAreaTest, ABarLaysItsControlsOutAsTheyCloseAndOpen)
     bar.Insert(1, second);
     EXPECT_EQ(bar.GetWidth(), 100);
     EXPECT_EQ(third.GetLeft(), 60);
+    bar.SetInsertIndex(0);
+    auto made = std::make_unique<Control>(*ui, &bar);
+    made->SetSize({10, 20});
+    EXPECT_EQ(bar.Items(), (std::vector<Control*>{made.get(), &first, &second, &third}));
+    EXPECT_EQ(third.GetLeft(), 70);
+    made.reset();
+    bar.SetInsertIndex(-1);
     bar.Collapse(second);  // not animated
     EXPECT_EQ(third.GetLeft(), 40);
     bar.Expand(second, 30);

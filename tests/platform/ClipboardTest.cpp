@@ -1,6 +1,7 @@
 #include "EditorFixture.h"
 #include "platform/X11Clipboard.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <thread>
@@ -8,6 +9,7 @@
 namespace {
 
 using ClipboardTest = EditorFixture;
+using gui::X11Interface;
 
 /// Another program's side of copy and paste.
 struct OtherProgram {
@@ -67,9 +69,10 @@ struct OtherProgram {
         xcb_change_window_attributes(host, request.requestor, XCB_CW_EVENT_MASK, &events);
         Put(request, host.Atom("INCR"), 32, std::string("\0\0\0\1", 4));
         Notify(request, true);
-        for (std::size_t sent = 0; sent <= data.size(); sent += piece) {
+        // An empty piece ends it.
+        for (std::size_t sent = 0; sent < data.size() + piece; sent += piece) {
             WaitForProperty(request.requestor, XCB_PROPERTY_DELETE);
-            Put(request, request.target, 8, data.substr(sent, piece));
+            Put(request, request.target, 8, data.substr(std::min(sent, data.size()), piece));
             xcb_flush(host);
         }
     }
@@ -217,6 +220,41 @@ TEST_F(ClipboardTest, EditorsOfOneThreadShareIt)
     ASSERT_TRUE(second);
     second->Platform().SetClipboardText("shared");
     EXPECT_EQ(ui->Platform().GetClipboardText(), "shared");
+}
+
+TEST_F(ClipboardTest, ItsTextOutlivesTheEditorThatItWasCopiedIn)
+{
+    const auto open = [&](TestLoop& in) {
+        X11Interface::Options options;
+        options.parent = host->Window();
+        options.size = {50.0f, 50.0f};
+        return X11Interface::Open(in, options);
+    };
+    TestLoop loops[2];
+    auto first = open(loops[0]), second = open(loops[1]);
+    first->Platform().SetClipboardText("kept");
+    first.reset();
+    EXPECT_EQ(second->Platform().GetClipboardText(), "kept") << "by the other editor";
+
+    TestHost managerHost(TestHost::Shows::Window);
+    OtherProgram manager(managerHost);
+    xcb_set_selection_owner(managerHost, managerHost.Window(), managerHost.Atom("CLIPBOARD_MANAGER"),
+                            XCB_CURRENT_TIME);
+    managerHost.Sync();
+    std::string saved;
+    std::thread desktop([&] {
+        auto* request =
+            reinterpret_cast<xcb_selection_request_event_t*>(managerHost.WaitFor(XCB_SELECTION_REQUEST));
+        if (!request)
+            return;
+        EXPECT_EQ(request->target, managerHost.Atom("SAVE_TARGETS"));
+        saved = manager.Fetch("UTF8_STRING");
+        manager.Notify(*request, true);
+        std::free(request);
+    });
+    second.reset();
+    desktop.join();
+    EXPECT_EQ(saved, "kept") << "by the desktop";
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 #include "platform/X11DesktopSettings.h"
-#include "platform/X11Screens.h"
 
 #include <gtest/gtest.h>
 
@@ -46,24 +45,6 @@ TEST(DesktopSettings, FindsAResource)
     EXPECT_FLOAT_EQ(X11DesktopSettings::FindResource(text, "Xft.dpi").value(), 144.5f);
     EXPECT_FALSE(X11DesktopSettings::FindResource(text, "Xft.hinting"));
     EXPECT_FALSE(X11DesktopSettings::FindResource("Xft.dpi: large", "Xft.dpi"));
-}
-
-TEST(Screens, TheUsersLettersSayTheScaleElseOnlyTinyPixels)
-{
-    struct Row {
-        float fontScale;
-        int width, height, millimetres;
-        float scale;
-    };
-    for (const Row& row : {Row{1.5f, 1920, 1080, 344, 1.5f}, Row{0.0f, 3840, 2160, 344, 2.0f},  // 284 dpi
-                           Row{0.0f, 3840, 2160, 700, 1.0f},                                    // 139 dpi
-                           Row{0.0f, 1920, 1080, 200, 1.0f}, Row{0.0f, 3840, 2160, 16, 1.0f}}) {
-        X11DesktopSettings settings;
-        if (row.fontScale > 0.0f)
-            settings.fontScale = row.fontScale;
-        EXPECT_FLOAT_EQ(gui::X11Screens::ScaleOf(settings, row.width, row.height, row.millimetres),
-                        row.scale);
-    }
 }
 
 }  // namespace

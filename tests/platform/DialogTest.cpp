@@ -1,12 +1,17 @@
 #include "EditorFixture.h"
 #include "gui/FileDialogs.h"
+#include "platform/FileBrowser.h"
 #include "platform/FileRequest.h"
 #include "support/TemporaryFolder.h"
+#include "support/TemporaryHome.h"
 
 #include <xkbcommon/xkbcommon.h>
 
+#include <atomic>
+#include <condition_variable>
 #include <filesystem>
 #include <fstream>
+#include <mutex>
 #include <thread>
 
 namespace {
@@ -41,6 +46,11 @@ protected:
         }
         hand.join();
         EXPECT_TRUE(TestHost::Wait([&] { return host->TopWindows().empty(); }));
+    }
+    void Press(std::initializer_list<std::uint32_t> keys)
+    {
+        for (const std::uint32_t key : keys)
+            host->Type(key);
     }
     void Type(const std::string& text)
     {
@@ -85,6 +95,30 @@ TEST_F(DialogTest, AMessageIsAnsweredByKeysAndMouse)
                host->Click(place[0] + place[2] - 150, place[1] + place[3] - 29);
            });
     EXPECT_TRUE(confirmed);
+}
+
+TEST_F(DialogTest, OtherEditorsGoOnButTakeNoInput)
+{
+    TestLoop otherLoop;
+    X11Interface::Options options;
+    options.parent = host->Window();
+    options.size = {50.0f, 50.0f};
+    const auto other = X11Interface::Open(otherLoop, options);
+    ASSERT_TRUE(other);
+    RecordingControl inside(*other, &other->GetRootControl());
+    inside.SetSize(options.size);
+    std::atomic<int> ticks = 0;
+    other->OnTick.setHandler(NotifyEvent::handler([&](void*) { ++ticks; }));
+    Answer([&] { ui->Platform().ShowMessageBox("Text", 1, {}); },
+           [&](xcb_window_t) {
+               host->Click(110, 60);
+               EXPECT_TRUE(TestHost::Wait([&] { return ticks > 3; }));
+               host->Type(XKB_KEY_Escape);
+           });
+    otherLoop.RunFor(30);
+    EXPECT_FALSE(inside.Has("down"));
+    host->Click(110, 60);
+    EXPECT_TRUE(otherLoop.RunUntil([&] { return inside.Has("down"); }));
 }
 
 TEST_F(DialogTest, OurOwnBrowserOpensSavesAndSelects)
@@ -132,6 +166,98 @@ TEST_F(DialogTest, OurOwnBrowserOpensSavesAndSelects)
               std::filesystem::canonical(path + "/inner"));
     Answer([&] { shown = select->Show(); }, [&](xcb_window_t) { host->Type(XKB_KEY_Escape); });
     EXPECT_FALSE(shown);
+}
+
+/// Folders of which one doesn't answer.
+class DeadMount : public FolderLister {
+public:
+    explicit DeadMount(std::string deadPath) : dead(std::move(deadPath)) {}
+    void list(const std::string& path, std::string_view extension, Visitor& visitor) const override
+    {
+        std::unique_lock guard(lock);
+        if (path == dead)
+            revived.wait(guard, [this] { return alive; });
+        FolderLister::list(path, extension, visitor);
+    }
+    void Revive()
+    {
+        const std::lock_guard guard(lock);
+        alive = true;
+        revived.notify_all();
+    }
+
+private:
+    const std::string dead;
+    mutable std::mutex lock;
+    mutable std::condition_variable revived;
+    bool alive = false;
+};
+
+TEST_F(DialogTest, AFolderThatDoesntAnswerHoldsNothingUp)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "dead");
+    folder.write("dead/a.mvp", "x");
+    folder.write("beside.mvp", "x");
+    const auto mount = std::make_shared<DeadMount>((folder / "dead/").string());
+    FileRequest request;
+    request.folder = (folder / "dead").string();
+    std::string path;
+    bool chosen = true;
+    const auto ask = [&] { chosen = FileBrowser(*ui, request, mount).Run(path); };
+    Answer(ask, [&](xcb_window_t) { host->Type(XKB_KEY_Escape); });
+    EXPECT_FALSE(chosen);
+    Answer(ask, [&](xcb_window_t) { Press({XKB_KEY_BackSpace, XKB_KEY_End, XKB_KEY_Return}); });
+    EXPECT_TRUE(chosen);
+    EXPECT_EQ(path, (folder / "beside.mvp").string());
+    // Keys that are typed too early wait for the folder.
+    Answer(ask, [&](xcb_window_t) {
+        Press({XKB_KEY_End, XKB_KEY_Return});
+        mount->Revive();
+    });
+    EXPECT_TRUE(chosen);
+    EXPECT_EQ(path, (folder / "dead/a.mvp").string());
+}
+
+TEST_F(DialogTest, TheBrowserShowsOtherKindsAndOtherFolders)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "inner");
+    for (const char* name : {"a.mvp", "z.txt", "inner/b.mvp"})
+        folder.write(name, "x");
+    std::filesystem::create_directory_symlink(folder / "inner", folder / "link");
+    FileRequest request;
+    request.folder = (folder / "missing").string();
+    request.filters = FileRequest::ParseFilters("Presets|*.mvp|All files|*");
+    std::string path;
+    bool chosen = false;
+    const auto ask = [&] { chosen = FileBrowser(*ui, request).Run(path); };
+    ScopedEnvironment environment;
+    environment.set("HOME", (folder / "").string());
+    Answer(ask, [&](xcb_window_t window) {
+        const auto place = host->Geometry(window);
+        host->Click(place[0] + 40, place[1] + place[3] - 25);
+        EXPECT_TRUE(TestHost::Wait([&] { return host->TopWindows().size() == 2; }));
+        Press({XKB_KEY_End, XKB_KEY_Return});
+        EXPECT_TRUE(TestHost::Wait([&] { return host->TopWindows().size() == 1; }));
+        Press({XKB_KEY_End, XKB_KEY_Return});
+    });
+    EXPECT_TRUE(chosen);
+    EXPECT_EQ(path, (folder / "z.txt").string()) << "home, for want of the wanted one";
+
+    // "..", "inner", "link", "a.mvp"
+    Answer(ask, [&](xcb_window_t) {
+        Press({XKB_KEY_End, XKB_KEY_Up, XKB_KEY_Return, XKB_KEY_End, XKB_KEY_Return});
+    });
+    EXPECT_EQ(path, (folder / "link/b.mvp").string());
+
+    request.kind = FileRequest::Kind::SaveFile;
+    request.defaultExtension = "mvp";
+    Answer(ask, [&](xcb_window_t) {
+        Type("inner/new");
+        host->Type(XKB_KEY_Return);
+    });
+    EXPECT_EQ(path, (folder / "inner/new.mvp").string());
 }
 
 TEST(FileRequest, ReadsFiltersAndCompletesNames)

@@ -83,16 +83,44 @@ TEST_F(TextTest, MaxWidthLimitsOnlyWithAStyle)
 {
     const float whole = WidthOf("A rather long piece of text");
     const float height = text.GetHeight();
-    text.Style.assign(Text::LineStyle::Ellipsis);
+    text.LineStyle.assign(Text::LineStyle::Ellipsis);
     EXPECT_EQ(text.GetWidth(), whole);  // no `MaxWidth`, no limit
     text.MaxWidth.assign(60);
     EXPECT_LE(text.GetWidth(), 60);
     EXPECT_GT(text.GetWidth(), 45);
     EXPECT_EQ(text.GetHeight(), height);
-    text.Style.assign(Text::LineStyle::Wrapped);
+    text.LineStyle.assign(Text::LineStyle::Wrapped);
     EXPECT_LE(text.GetWidth(), 60);
     EXPECT_EQ(text.GetHeight(), 3 * height);
     EXPECT_EQ(text.GetBitmap().GetSize().y, 3 * height);
+}
+
+TEST_F(TextTest, WrappedLinesStandWhereTheyAreAligned)
+{
+    text.MaxWidth.assign(60);
+    text.LineStyle.assign(Text::LineStyle::Wrapped);
+    text.Underline.assign(true);  // as long as its line
+    WidthOf("Modulation Amt");
+    const int columns = text.GetBitmap().GetSize().x;
+    /// The columns left and right of the second line.
+    const auto roomBeside = [&] {
+        const Bitmap& picture = text.GetBitmap();
+        const int half = picture.GetSize().y / 2;
+        int first = columns, end = 0;
+        for (int y = half; y < 2 * half; ++y)
+            for (int x = 0; x < columns; ++x)
+                if (picture.GetPixels()[y * columns + x] != transparentPixel)
+                    first = std::min(first, x), end = std::max(end, x + 1);
+        return BasicPoint<int>{first, columns - end};
+    };
+    const BasicPoint<int> left = roomBeside();
+    EXPECT_GT(left.y, 20);
+    text.Alignment.assign(Alignment::Right);
+    EXPECT_NEAR(roomBeside().y, left.x, 1);
+    EXPECT_NEAR(roomBeside().x, left.y, 1);
+    text.Alignment.assign(Alignment::Centre);
+    EXPECT_NEAR(roomBeside().x, roomBeside().y, 1);
+    EXPECT_EQ(text.GetBitmap().GetSize().x, columns);
 }
 
 TEST_F(TextTest, CapitalsStandInTheMiddleOnceShifted)
@@ -103,7 +131,8 @@ TEST_F(TextTest, CapitalsStandInTheMiddleOnceShifted)
             backing.SetLevel(level);
             text.Size.assign(size);
             const Bitmap& picture = text.GetBitmap();
-            const auto [columns, rows] = picture.GetSize();
+            const int columns = picture.GetSize().x;
+            const int rows = picture.GetSize().y;
             const auto isInk = [&](int row) {
                 const std::uint32_t* first = picture.GetPixels() + row * columns;
                 // More than half covered: the fourth byte is 255 less the alpha.
@@ -170,7 +199,7 @@ TEST_F(TextTest, AnyBytesCanBeDrawn)
          {"\xff\xc0\x80\xed\xa0\x80", "a\tb\x01", "\xe6\x97\xa5", "\xf0\x9f\x98\x80", "e\xcc\x81"}) {
         for (const auto style :
              {Text::LineStyle::Single, Text::LineStyle::Ellipsis, Text::LineStyle::Wrapped}) {
-            text.Style.assign(style);
+            text.LineStyle.assign(style);
             EXPECT_GT(WidthOf(string), 0) << string;
             EXPECT_NE(text.GetBitmap().GetPixels(), nullptr);
         }

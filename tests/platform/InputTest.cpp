@@ -113,6 +113,33 @@ TEST(SmoothScroll, TellsDifferencesInNotches)
     EXPECT_FALSE(scroll.Move(9, 3, 500.0));
 }
 
+TEST(SmoothScroll, ATouchpadsPartsOfNotchesMakeScrolls)
+{
+    struct Row {
+        int axis;
+        double value;
+        std::uint32_t ms;
+        float velocity, delta;
+    };
+    SmoothScroll axes;
+    WheelMotion wheel;
+    axes.SetAxis(9, 2, {Orientation::Horizontal, 15.0, 0.0});
+    axes.SetAxis(9, 3, {Orientation::Vertical, 15.0, 100.0});
+    for (const Row& row :
+         {Row{3, 101.5, 1000, -0.1f / 500.0f, -3.0f},  // after a long pause
+          Row{3, 104.5, 1008, -0.2f / 10.0f, -6.0f},   // 8 ms count as 10
+          Row{2, 3.0, 1010, 0.2f / 500.0f, 5.0f},      // the other axis has its own clock
+          Row{3, 98.5, 1038, 0.4f / 30.0f, 12.0f}, Row{2, 0.0, 1030, -0.2f / 20.0f, -5.0f}}) {
+        const auto step = axes.Move(9, row.axis, row.value);
+        ASSERT_TRUE(step);
+        const auto scroll = wheel.Step(step->orientation, step->notches, 0, row.ms);
+        const bool sideways = row.axis == 2;
+        EXPECT_NEAR(sideways ? scroll.velocity.x : scroll.velocity.y, row.velocity, 1e-6f);
+        EXPECT_NEAR(sideways ? scroll.delta.x : scroll.delta.y, row.delta, 1e-5f);
+        EXPECT_EQ(sideways ? scroll.delta.y : scroll.delta.x, 0.0f);
+    }
+}
+
 TEST_F(InputTest, AClickTakesTheKeyboardAndWantedKeysStay)
 {
     Open();
@@ -159,13 +186,31 @@ TEST_F(InputTest, KeysNobodyTakesReachTheHostAndTheFocusFollows)
     ASSERT_TRUE(next);
     EXPECT_EQ(next->response_type & 0x80, 0) << "the next comes from the display itself";
     std::free(next);
+
+    // A key that is ours again is ours to its end.
+    control->takesKeys = true;
+    host->Click(150, 100);
+    ASSERT_TRUE(Until([&] { return host->FocusOwner() == ui->Window().Window(); }));
+    while (xcb_generic_event_t* event = host->Poll())
+        std::free(event);
+    host->Type(XKB_KEY_space);
+    loop->RunFor(30);
+    while (xcb_generic_event_t* event = host->Poll()) {
+        EXPECT_NE(event->response_type & 0x7F, XCB_KEY_RELEASE);
+        std::free(event);
+    }
 }
 
 TEST_F(InputTest, AModifierAloneIsSeenUnderTheMouse)
 {
+    host->Key(XKB_KEY_Shift_L, true);
     Open();
     host->Move(150, 100);
     ASSERT_TRUE(Until([&] { return control->IsHovered(); }));
+    loop->RunFor(50);
+    EXPECT_EQ(ui->GetRootControl().LastFlags(), InputFlags::shift) << "held since before";
+    host->Key(XKB_KEY_Shift_L, false);
+    EXPECT_TRUE(Until([&] { return ui->GetRootControl().LastFlags() == 0; }));
     int flags = -1;
     control->OnMouseMove.setHandler(
         NotifyEvent::handler([&](void*) { flags = ui->GetRootControl().LastFlags(); }));

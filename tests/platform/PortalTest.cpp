@@ -2,6 +2,13 @@
 #include "FakePortal.h"
 #include "gui/FileDialogs.h"
 #include "platform/PortalFileChooser.h"
+#include "support/TemporaryFolder.h"
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <chrono>
 
 namespace {
 
@@ -32,6 +39,11 @@ TEST_F(PortalTest, TheDesktopsDialogIsAskedProperly)
     EXPECT_EQ(portal.folder, std::string("/tmp\0", 5));
     EXPECT_EQ(portal.firstPattern, "*.mvp");
 
+    // Names of files may be anything, and the bus takes only text.
+    dialog->FileName.assign("caf\xE9.mvp");
+    EXPECT_TRUE(dialog->Show());
+    EXPECT_EQ(portal.name, "caf");
+
     const auto folder = ui->Platform().CreateSelectFolderDialog();
     EXPECT_TRUE(folder->Show());
     EXPECT_EQ(folder->Folder.value(), "/tmp/my preset");
@@ -59,6 +71,29 @@ TEST_F(PortalTest, WithoutAChoiceThereIsNone)
     }
     std::string path;
     EXPECT_EQ(PortalFileChooser(*ui).Run({}, path), Result::Unavailable) << "no bus at all";
+}
+
+TEST_F(PortalTest, ABusThatDoesntAnswerIsSoonGivenUp)
+{
+    Open();
+    const TemporaryFolder folder;
+    const std::string path = (folder / "bus").string();
+    sockaddr_un address{AF_UNIX, {}};
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    const int socketOfBus = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    ASSERT_EQ(bind(socketOfBus, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(listen(socketOfBus, 4), 0);
+    setenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + path).c_str(), 1);
+    int ticks = 0;
+    ui->OnTick.setHandler(NotifyEvent::handler([&](void*) { ++ticks; }));
+    RootControl::Entry entry(ui->GetRootControl());
+    std::string chosen;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(PortalFileChooser(*ui).Run({}, chosen), PortalFileChooser::Result::Unavailable);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_GT(ticks, 3) << "the editor lives on meanwhile";
+    unsetenv("DBUS_SESSION_BUS_ADDRESS");
+    close(socketOfBus);
 }
 
 }  // namespace

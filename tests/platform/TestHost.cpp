@@ -18,18 +18,36 @@ std::unique_ptr<T, decltype(&std::free)> owned(T* reply)
 
 }  // namespace
 
-TestHost::TestHost() : connection(xcb_connect(nullptr, nullptr))
+TestHost::TestHost(Shows what) : connection(xcb_connect(nullptr, nullptr))
 {
     screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
-    window = xcb_generate_id(connection);
-    const std::uint32_t values[] = {screen->white_pixel,
-                                    XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
-                                        XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_FOCUS_CHANGE};
-    xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, screen->root, 100, 50, 400, 300, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                      XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
-    xcb_map_window(connection, window);
+    if (what != Shows::Nothing)
+        CreateWindow(what);
     Sync();
+}
+
+void TestHost::CreateWindow(Shows what)
+{
+    constexpr std::uint8_t seeThroughDepth = 32;
+    std::uint8_t depth = screen->root_depth;
+    xcb_visualid_t visual = screen->root_visual;
+    xcb_colormap_t colors = screen->default_colormap;
+    for (auto each = xcb_screen_allowed_depths_iterator(screen); each.rem; xcb_depth_next(&each))
+        if (what == Shows::SeeThroughWindow && each.data->depth == seeThroughDepth) {
+            depth = seeThroughDepth;
+            visual = xcb_depth_visuals_iterator(each.data).data->visual_id;
+            colors = xcb_generate_id(connection);
+            xcb_create_colormap(connection, XCB_COLORMAP_ALLOC_NONE, colors, screen->root, visual);
+        }
+    window = xcb_generate_id(connection);
+    const std::uint32_t values[] = {0xFFFFFFFF, 0,
+                                    XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
+                                        XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_FOCUS_CHANGE,
+                                    colors};
+    xcb_create_window(connection, depth, window, screen->root, 100, 50, 400, 300, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
+                      XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP, values);
+    xcb_map_window(connection, window);
 }
 
 TestHost::~TestHost() { xcb_disconnect(connection); }
@@ -49,6 +67,13 @@ void TestHost::ResizeWindow(int width, int height)
 {
     const std::uint32_t values[] = {static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)};
     xcb_configure_window(connection, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values);
+    Sync();
+}
+
+void TestHost::MoveWindow(int x, int y)
+{
+    const std::uint32_t values[] = {static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y)};
+    xcb_configure_window(connection, window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, values);
     Sync();
 }
 
@@ -81,6 +106,22 @@ void TestHost::Click(int x, int y, int button)
     Button(button, false);
 }
 
+void TestHost::AddKey(std::uint32_t symbol)
+{
+    const xcb_setup_t& setup = *xcb_get_setup(connection);
+    const auto map = owned(xcb_get_keyboard_mapping_reply(
+        connection,
+        xcb_get_keyboard_mapping(connection, setup.min_keycode,
+                                 static_cast<std::uint8_t>(setup.max_keycode - setup.min_keycode + 1)),
+        nullptr));
+    const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(map.get());
+    for (int key = setup.max_keycode; key >= setup.min_keycode; --key)
+        if (symbols[(key - setup.min_keycode) * map->keysyms_per_keycode] == XCB_NO_SYMBOL) {
+            xcb_change_keyboard_mapping(connection, 1, static_cast<std::uint8_t>(key), 1, &symbol);
+            return Sync();
+        }
+}
+
 void TestHost::Key(std::uint32_t symbol, bool down)
 {
     const xcb_setup_t& setup = *xcb_get_setup(connection);
@@ -111,6 +152,20 @@ std::uint32_t TestHost::Pixel(int x, int y) const
     if (image)
         std::memcpy(&pixel, xcb_get_image_data(image.get()), 4);
     return pixel & 0xFFFFFF;
+}
+
+std::vector<std::uint32_t> TestHost::Picture(xcb_window_t of) const
+{
+    const auto place = Geometry(of);
+    const auto image = owned(xcb_get_image_reply(connection,
+                                                 xcb_get_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, of, 0,
+                                                               0, static_cast<std::uint16_t>(place[2]),
+                                                               static_cast<std::uint16_t>(place[3]), ~0u),
+                                                 nullptr));
+    std::vector<std::uint32_t> pixels(static_cast<std::size_t>(place[2] * place[3]));
+    if (image)
+        std::memcpy(pixels.data(), xcb_get_image_data(image.get()), pixels.size() * 4);
+    return pixels;
 }
 
 std::vector<xcb_window_t> TestHost::TopWindows() const

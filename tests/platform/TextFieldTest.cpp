@@ -114,6 +114,23 @@ TEST_F(TextEditorTest, CutsPastesAndUndoes)
     EXPECT_TRUE(Until([&] { return editor->GetText() == "12 ms"; }));
 }
 
+TEST_F(TextEditorTest, DeadKeysComposeWithWhatFollows)
+{
+    host->AddKey(XKB_KEY_dead_acute);
+    struct Row {
+        std::vector<std::uint32_t> keys;
+        const char* text;
+    };
+    for (const Row& row : {Row{{XKB_KEY_dead_acute, XKB_KEY_e}, "\xC3\xA9"},
+                           Row{{XKB_KEY_dead_acute, XKB_KEY_7, XKB_KEY_e}, "e"},  // nothing has that accent
+                           Row{{XKB_KEY_dead_acute, XKB_KEY_space, XKB_KEY_o}, "'o"}}) {
+        editor->SetText("");
+        for (const std::uint32_t symbol : row.keys)
+            host->Type(symbol);
+        EXPECT_TRUE(Until([&] { return editor->GetText() == row.text; })) << editor->GetText();
+    }
+}
+
 TEST_F(TextEditorTest, TheMouseSetsTheCaretAndClosesItElsewhere)
 {
     host->Click(123, 80);  // at its left edge

@@ -1,5 +1,7 @@
 #include "platform/TextLines.h"
 
+#include "platform/TextDirection.h"
+
 #include <gtest/gtest.h>
 
 namespace gui {
@@ -14,7 +16,40 @@ FitsLine upTo(std::size_t count)
     return [count](std::string_view text) { return text.size() <= count; };
 }
 
+/// The characters in the order in which they are shown.
+std::u32string Shown(std::u32string_view text)
+{
+    std::u32string shown;
+    for (const DirectedRun& run : VisualRuns(text)) {
+        const std::u32string part(text.substr(run.start, run.length));
+        shown += run.rightToLeft ? std::u32string(part.rbegin(), part.rend()) : part;
+    }
+    return shown;
+}
+
 }  // namespace
+
+TEST(TextLines, AreShownInTheDirectionOfTheirLetters)
+{
+    // Hebrew: alef, bet, gimel; Arabic-Indic figures one, two.
+    struct Row {
+        std::u32string_view text, shown;
+    };
+    for (const Row& row :
+         {Row{U"", U""}, Row{U"abc, 1.5", U"abc, 1.5"}, Row{U"\u05D0\u05D1", U"\u05D1\u05D0"},
+          Row{U"ab \u05D0\u05D1 cd", U"ab \u05D1\u05D0 cd"},
+          Row{U"ab \u05D0\u05D1 ", U"ab \u05D1\u05D0 "},  // the blank stays behind what it follows
+          Row{U"ab \u05D0 \u05D1!", U"ab \u05D1 \u05D0!"}, Row{U"\u05D0\u05D1 ", U" \u05D1\u05D0"},
+          Row{U"\u05D0 cd \u05D1", U"\u05D1 cd \u05D0"},
+          Row{U"\u05D0 -12.5 %, \u05D1", U"\u05D1 ,% 12.5- \u05D0"},
+          Row{U"\u05D0 12.5% \u05D1", U"\u05D1 12.5% \u05D0"},
+          Row{U"\u05D0\u05D1 (12)", U")12( \u05D1\u05D0"},  // each bracket is mirrored as it is drawn
+          Row{U"ab \u05D0 12 cd", U"ab 12 \u05D0 cd"}, Row{U"ab 12 \u05D0", U"ab 12 \u05D0"},
+          Row{U"\u05D0\u0661\u0662", U"\u0661\u0662\u05D0"},
+          Row{U"\u05D0\u05B8\u05D1", U"\u05D1\u05B8\u05D0"},  // a vowel goes with its letter
+          Row{U"\u200F(a)", U")a(\u200F"}})
+        EXPECT_TRUE(Shown(row.text) == row.shown) << "row " << row.text.size();
+}
 
 TEST(TextLines, AreCutWithAnEllipsisBetweenCharacters)
 {

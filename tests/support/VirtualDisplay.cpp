@@ -24,7 +24,7 @@ std::string readNumber(int pipe)
 
 }  // namespace
 
-VirtualDisplay::VirtualDisplay(const char* screen)
+VirtualDisplay::VirtualDisplay(const char* screen, const char* without)
 {
     int ends[2];
     if (pipe(ends) != 0)
@@ -38,7 +38,7 @@ VirtualDisplay::VirtualDisplay(const char* screen)
         dup2(nowhere, STDERR_FILENO);
         const std::string descriptor = std::to_string(ends[1]);
         execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", screen, "-nolisten", "tcp",
-               "-noreset", static_cast<char*>(nullptr));
+               "-noreset", without ? "-extension" : nullptr, without, static_cast<char*>(nullptr));
         _exit(127);
     }
     close(ends[1]);

@@ -8,7 +8,8 @@
 /// A test that needs one fails where it can't be started.
 class VirtualDisplay {
 public:
-    explicit VirtualDisplay(const char* screen = "800x600x24");
+    /// @param without  an extension that it is to lack, or null
+    explicit VirtualDisplay(const char* screen = "800x600x24", const char* without = nullptr);
     ~VirtualDisplay();
     VirtualDisplay(const VirtualDisplay&) = delete;
     VirtualDisplay& operator=(const VirtualDisplay&) = delete;

@@ -23,7 +23,7 @@ struct PageEntry {
     const char* help;
 };
 
-constexpr std::array<PageEntry, 9> pages{{
+constexpr std::array<PageEntry, 10> pages{{
     {"Knobs", MakeKnobsPage,
      "Drag the body up and down, turn the pointer; Shift: fine, Ctrl: default, Alt: linked ones too"},
     {"Buttons", MakeButtonsPage,
@@ -34,6 +34,8 @@ constexpr std::array<PageEntry, 9> pages{{
     {"Scrolling", MakeScrollingPage, "Drag and let go while it moves, or use the wheel; the buttons repeat"},
     {"Overlay", MakeOverlayPage, "What lies under a dim layer, and what is lifted above it"},
     {"Text", MakeTextPage, "Sizes in points; the interface is set in 8"},
+    {"Labels", MakeLabelsPage,
+     "Texts, pictures and shapes as controls: how they are aligned, cut and stretched"},
     {"Painting", MakePaintingPage, "What the canvas draws"},
     {"Motion", MakeMotionPage, "Press Run, Fade and Flash, and move over the knobs"},
 }};
@@ -67,7 +69,7 @@ Gallery::Gallery(gui::UserInterface& ui) : Control(ui, &ui.GetRootControl()), an
     SetSize(windowSize);
     AddTabs();
     AddScale();
-    auto& keys = Add<Caption>(ui, this, "1 to 9: pages    + and -: size", 7.5f, gui::Palette::shade);
+    auto& keys = Add<Caption>(ui, this, "1 to 9 and 0: pages    + and -: size", 7.5f, gui::Palette::shade);
     keys.Place({windowSize.x - 12.0f, footTop + 6.0f}, gui::Alignment::Right);
     help = &Add<Caption>(ui, this, "", 7.5f, gui::Palette::shade);
     help->Place({12.0f, footTop + 6.0f});
@@ -87,7 +89,7 @@ void Gallery::AddTabs()
     auto& title = Add<Caption>(userInterface, this, "Gallery", 10.0f, gui::Palette::white);
     title.Font().Bold.assign(true);
     title.Place({12.0f, 9.0f});
-    constexpr float width = 76.0f;
+    constexpr float width = 69.0f;
     for (std::size_t i = 0; i < pages.size(); ++i) {
         auto& tab = Add<gui::ToggleButton>(userInterface, this, &animator, &styles.Button(ButtonLook::Bar));
         tab.SetBounds(88.0f + width * static_cast<float>(i), 8.0f, width, 18.0f);
@@ -145,8 +147,8 @@ bool Gallery::KeyPressed(int keyCode, int character, int)
 {
     if (keyCode != gui::KeyCode::character)
         return false;
-    if (character >= '1' && character < '1' + static_cast<int>(pages.size()))
-        ShowPage(character - '1');
+    if (character >= '0' && character <= '9')
+        ShowPage((character - '0' + 9) % 10);  // as they stand on the keyboard: 0 is the tenth
     else if (character == '+' || character == '=')
         StepScale(1);
     else if (character == '-')

@@ -30,7 +30,9 @@ GalleryPage::GalleryPage(const PageParts& pageParts, gui::Control* parent)
     SetSize(sheetSize);
 }
 
-GalleryPage::~GalleryPage()
+GalleryPage::~GalleryPage() { Empty(); }
+
+void GalleryPage::Empty()
 {
     while (!owned.empty())
         owned.pop_back();

@@ -68,6 +68,9 @@ protected:
     gui::Control& AddPainting(const gui::Rect& bounds, Paint paint);
     Pose& AddPose(gui::Point at, Pose::Maker maker, Pose::Hand hand, gui::Point handAt = {});
 
+    /// Deletes all that stands on the page, for one whose own parts that leans on.
+    void Empty();
+
     PageParts parts;
 
 private:
@@ -86,6 +89,7 @@ std::unique_ptr<GalleryPage> MakeMenusPage(const PageParts& parts, gui::Control*
 std::unique_ptr<GalleryPage> MakeScrollingPage(const PageParts& parts, gui::Control* parent);
 std::unique_ptr<GalleryPage> MakeOverlayPage(const PageParts& parts, gui::Control* parent);
 std::unique_ptr<GalleryPage> MakeTextPage(const PageParts& parts, gui::Control* parent);
+std::unique_ptr<GalleryPage> MakeLabelsPage(const PageParts& parts, gui::Control* parent);
 std::unique_ptr<GalleryPage> MakePaintingPage(const PageParts& parts, gui::Control* parent);
 std::unique_ptr<GalleryPage> MakeMotionPage(const PageParts& parts, gui::Control* parent);
 

@@ -1,5 +1,6 @@
 #include "gallery/GalleryStyles.h"
 
+#include "gui/PNGFiler.h"
 #include "gui/Palette.h"
 #include "gui/UserInterface.h"
 
@@ -56,6 +57,8 @@ constexpr std::array<ButtonRow, static_cast<std::size_t>(ButtonLook::Count)> but
 
 GalleryStyles::GalleryStyles(gui::UserInterface& ui) : userInterface(ui), slider(ui), stepSlider(ui)
 {
+    // As the editor has it: pictures are a little darker than they are drawn, and fit the palette then.
+    gui::PNGFiler::SetDisplayGamma(1.1f);
     MakeButtons();
     MakeKnobs();
     slider.track = Find("ButtonSlotLevelNormal");

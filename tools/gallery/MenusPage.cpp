@@ -17,6 +17,17 @@ using gui::Alignment;
 using gui::Point;
 using gui::Rect;
 
+/// A button whose press shows a menu.
+class MenuOpener : public gui::Button {
+public:
+    using Button::Button;
+    std::function<void()> OnShow;
+
+protected:
+    bool OpensPopup() const override { return true; }
+    void ShowPopup() override { OnShow(); }
+};
+
 class MenusPage : public GalleryPage {
 public:
     MenusPage(const PageParts& pageParts, gui::Control* parent) : GalleryPage(pageParts, parent)
@@ -48,9 +59,11 @@ void MenusPage::AddMenuButton(float top, const char* name, const char* help,
                               std::function<void(gui::Menu&)> fill)
 {
     AddText({172, top + 2.5f}, help);
-    gui::Button& opener = AddButton({22, top, 160, top + 18}, ButtonLook::Menu, name);
-    opener.OnMouseDown.addHandler(
-        NotifyEvent::handler([this, &opener, fill = std::move(fill)](void*) { ShowMenu(opener, fill); }));
+    MenuOpener& opener =
+        Add<MenuOpener>(parts.ui, this, &parts.animator, &parts.styles.Button(ButtonLook::Menu));
+    opener.SetBounds(22, top, 138, 18);
+    opener.SetText(name);
+    opener.OnShow = [this, &opener, fill = std::move(fill)] { ShowMenu(opener, fill); };
 }
 
 void MenusPage::ShowMenu(gui::Button& opener, const std::function<void(gui::Menu&)>& fill)
@@ -60,7 +73,6 @@ void MenusPage::ShowMenu(gui::Button& opener, const std::function<void(gui::Menu
         return Tell("There are no menus without a window");
     gui::Menu menu;
     fill(menu);
-    opener.CancelMouse();
     const gui::MenuItem* const chosen = popup->Show(menu, Rect::At(opener.ToRoot({}), opener.GetSize()));
     Tell(chosen ? "Chosen: " + chosen->Text.value() : "Nothing chosen");
 }

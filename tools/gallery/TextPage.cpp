@@ -8,7 +8,6 @@ namespace {
 
 using gui::Alignment;
 using gui::Point;
-using LineStyle = gui::Text::LineStyle;
 
 class TextPage : public GalleryPage {
 public:
@@ -74,14 +73,14 @@ void TextPage::AddLines()
     });
     Caption& cut = AddSample({634, 180}, "One line that is cut where the room ends", 9.0f);
     cut.Font().MaxWidth.assign(130.0f);
-    cut.Font().Style.assign(LineStyle::Ellipsis);
+    cut.Font().LineStyle.assign(gui::Text::LineStyle::Ellipsis);
     cut.Fit();
     Caption& wrapped = AddSample(
         {634, 202},
         "Words go on in the next line where the room ends, and incomprehensiblenesses are cut anywhere.",
         9.0f);
     wrapped.Font().MaxWidth.assign(130.0f);
-    wrapped.Font().Style.assign(LineStyle::Wrapped);
+    wrapped.Font().LineStyle.assign(gui::Text::LineStyle::Wrapped);
     wrapped.Fit();
     const char* const names[] = {"Left", "Centre", "Right"};
     AddPainting({838, 180, 839, 298}, [](gui::Canvas& canvas, const gui::Rect& area) {
@@ -101,7 +100,7 @@ void TextPage::AddLetters()
         {"Pairs", "AVAToyWayTeLTP.Y,11.7/To  Ve Wo Yo Ta AW \"A\" r. f) ffi fl"},
         {"Figures", "0123456789  1.25 s  −6.0 dB  ±50 %  ½ ⅓ ×2  440 Hz"},
         {"Europe", "ÄÖÜäöüß éèêëçñøåœ łőžšč Ελληνικά Русский Türkçe ıİ"},
-        {"Elsewhere", "日本語 中文 한국어 العربية עברית ไทย"},
+        {"Elsewhere", "日本語 中文 한국어 العربية עברית ไทย  ab עברית, 1.5 😀🎧"},
         {"Signs", "→ ← ↑ ↓ ♯ ♭ ♪ € © “quotes” – dash — …   none: \xF3\xB0\x80\x80 \xEE\x80\x80"},
     };
     for (int i = 0; i < 5; ++i) {

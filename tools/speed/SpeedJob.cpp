@@ -58,6 +58,10 @@ public:
 
     SpeedReport run()
     {
+        if (!options.only.empty()) {
+            measureRows();
+            return report;
+        }
         // Before any other instance, as its time is that of the first one in a process.
         const double firstMs = millisecondsToMake(module);
         measureRows();
@@ -85,6 +89,8 @@ private:
         SubjectGroup patches{{}, &report.patches};
         SubjectGroup common{{}, &report.commonKernel};
         for (const SpeedPatch& patch : speedPatches()) {
+            if (patch.name.find(options.only) == std::string::npos)
+                continue;
             patches.subjects.push_back(warmPatch(patch, module));
             if (commonModule && common.subjects.size() < 5)
                 common.subjects.push_back(warmPatch(patch, *commonModule));
@@ -92,6 +98,8 @@ private:
         SubjectGroup presets = presetGroup();
         SubjectGroup peers = peerGroup();
         SubjectGroup* const groups[] = {&floors, &peers, &patches, &common, &presets};
+        if (patches.subjects.empty())
+            throw RenderError("no patch's name holds " + inQuotes(options.only));
         measureGroups(groups);
         if (!peerRows.empty())
             report.peer = peerRows.front();
@@ -143,7 +151,7 @@ private:
     SubjectGroup presetGroup()
     {
         SubjectGroup group{{}, &report.presets};
-        if (options.presets.empty() || options.quick)
+        if (options.presets.empty() || options.quick || !options.only.empty())
             return group;
         const std::vector<FactorySource> sources = readFactorySources(options.presets);
         std::vector<std::vector<ClapEvent>> values;
@@ -281,7 +289,7 @@ SpeedReport runSpeedJob(const SpeedOptions& options, std::ostream& out, std::ost
     const std::filesystem::path chart = options.folder / "speed.png";
     if (!(std::ofstream(text) << table.str()).flush())
         throw RenderError("can't write the table " + inQuotes(text.string()));
-    if (!writeSpeedChart(report, chart))
+    if (options.only.empty() && !writeSpeedChart(report, chart))
         throw RenderError("can't write the picture " + inQuotes(chart.string()));
     return report;
 }

@@ -102,6 +102,38 @@ void setXlfo(SpeedSettings& settings, int number, const char* curve)
     }
 }
 
+/// Switches on as many of each kind as stand among `sources`, and gives them something to do.
+void setSources(SpeedSettings& settings, std::span<const char* const> sources)
+{
+    const auto used = [&](const std::string& kind) {
+        return std::to_string(std::count_if(sources.begin(), sources.end(), [&](const char* one) {
+            return std::string(one).starts_with(kind);
+        }));
+    };
+    settings.emplace_back("Num Active XLFOs", used("XLFO"));
+    settings.emplace_back("Num Active EGs", used("EG"));
+    settings.emplace_back("Num Active EFs", used("EF"));
+    settings.emplace_back("Num Active MIDI Sources", used("MIDI"));
+    for (int number = 1; number <= mostXlfos; ++number)
+        setXlfo(settings, number, "Linear");
+    for (int number = 1; number <= mostGenerators; ++number) {
+        const std::string name = "EG " + std::to_string(number);
+        settings.emplace_back(name + " Decay", "5 sec");
+        settings.emplace_back(name + " Attack", "3 sec");
+        settings.emplace_back(name + " Sustain", "0.5");
+    }
+}
+
+/// What one source adds that moves a level.
+SpeedSettings oneSource(const char* source)
+{
+    SpeedSettings settings = joined({echoes(), withoutFilters()});
+    settings.emplace_back("Num Active Slots", "1");
+    connect(settings, 1, source, "Wet Level", "0.01");
+    setSources(settings, {&source, 1});
+    return settings;
+}
+
 /// Two targets that a sine of 8 Hz moves all the time.
 SpeedSettings swept(const char* first, const char* second, const char* level)
 {
@@ -137,23 +169,7 @@ SpeedSettings slotsInUse(int count)
 SpeedSettings sourcesInUse(int count)
 {
     SpeedSettings settings = joined({echoes(), withoutFilters(), connected(movingSources, count)});
-    const auto used = [&](const std::string& kind) {
-        return std::to_string(
-            std::count_if(movingSources.begin(), movingSources.begin() + count,
-                          [&](const char* one) { return std::string(one).starts_with(kind); }));
-    };
-    settings.emplace_back("Num Active XLFOs", used("XLFO"));
-    settings.emplace_back("Num Active EGs", used("EG"));
-    settings.emplace_back("Num Active EFs", used("EF"));
-    settings.emplace_back("Num Active MIDI Sources", used("MIDI"));
-    for (int number = 1; number <= mostXlfos; ++number)
-        setXlfo(settings, number, "Linear");
-    for (int number = 1; number <= mostGenerators; ++number) {
-        const std::string name = "EG " + std::to_string(number);
-        settings.emplace_back(name + " Decay", "5 sec");
-        settings.emplace_back(name + " Attack", "3 sec");
-        settings.emplace_back(name + " Sustain", "0.5");
-    }
+    setSources(settings, {movingSources.data(), static_cast<std::size_t>(count)});
     return settings;
 }
 
@@ -173,6 +189,10 @@ std::vector<SpeedPatch> speedPatches()
             {"frozen, filters off", joined({echoes(), withoutFilters()}), {{"Delay Freeze", "On"}}},
             {"times swept, Tape, filters off", joined({withoutFilters(), times})},
             {"times swept, Stretch, filters off", joined({withoutFilters(), times, stretch})},
+            {"one step LFO on a level, filters off", oneSource("XLFO 1")},
+            {"one envelope generator, filters off", oneSource("EG 1")},
+            {"one envelope follower, filters off", oneSource("EF 1")},
+            {"one MIDI source, filters off", oneSource("MIDI 1")},
             {"24 slots from XY, filters off", slotsInUse(slots)},
             {"24 slots from XY", joined({slotsInUse(slots), filtersOn()})},
             {"all kinds of sources in 24 slots, filters off", allSources()},

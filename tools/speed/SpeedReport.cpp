@@ -122,8 +122,10 @@ void printSpeedReport(const SpeedReport& report, std::ostream& out)
         for (const SpeedRow& preset : report.presets)
             table.patchRow(preset);
     }
-    table.series("frames per block", report.blocks);
-    table.series("in use", report.matrix);
-    printInstances(report.instances, out);
+    if (!report.blocks.empty()) {
+        table.series("frames per block", report.blocks);
+        table.series("in use", report.matrix);
+        printInstances(report.instances, out);
+    }
     out << "\nper core: instances in real time. x floor: over \"" << report.floors.front().name << "\".\n";
 }

@@ -21,6 +21,9 @@ void declare(CLI::App& app, SpeedOptions& options)
     app.add_option("--common-plugin", options.commonPlugin,
                    "The module as it runs on processors without AVX2")
         ->type_name("FILE");
+    app.add_option("--only", options.only,
+                   "Plays only the patches whose names hold this, beside the floors and the peer; no chart")
+        ->type_name("TEXT");
     app.add_flag("--quick", options.quick, "A glance instead of figures to rely on");
     app.add_flag("-q,--quiet", options.quiet, "No progress");
 }
