@@ -45,7 +45,7 @@ void DialogButton::SetShowsChoice(bool shows)
 {
     showsChoice = shows;
     text->MaxWidth.assign(GetWidth() - 2.0f * choiceIndent - 14.0f);
-    text->Style.assign(Text::LineStyle::Ellipsis);
+    text->LineStyle.assign(Text::LineStyle::Ellipsis);
     Invalidate();
 }
 
