@@ -1,5 +1,7 @@
 #include "speed/SpeedJob.h"
 
+#include "render/RenderError.h"
+#include "speed/SpeedPatches.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +32,7 @@ TEST(SpeedJob, MeasuresEverythingAndWritesATableAndAChart)
 
     EXPECT_EQ(contentsOf(options.folder / "speed.txt"), out.str());
     EXPECT_EQ(contentsOf(options.folder / "speed.png").substr(1, 3), "PNG");
-    ASSERT_EQ(report.patches.size(), 13u);
+    ASSERT_EQ(report.patches.size(), speedPatches().size());
     for (const auto* rows : {&report.floors, &report.patches}) {
         for (const SpeedRow& row : *rows) {
             EXPECT_GT(row.figure.least, 0.0) << row.name;
@@ -48,6 +50,24 @@ TEST(SpeedJob, MeasuresEverythingAndWritesATableAndAChart)
     EXPECT_LT(report.instances.residentMiB, 6.0);
     EXPECT_LT(report.instances.makeMs.figure.least, 50.0);
 #endif
+}
+
+TEST(SpeedJob, PlaysOnlyThePatchesAskedFor)
+{
+    const TemporaryFolder folder;
+    SpeedOptions options;
+    options.folder = folder / "bench";
+    options.plugin = SORDELIN_MODULE;
+    options.quick = true;
+    options.quiet = true;
+    options.only = "MIDI source";
+    std::ostringstream out, messages;
+    const SpeedReport report = runSpeedJob(options, out, messages);
+    ASSERT_EQ(report.patches.size(), 1u);
+    EXPECT_EQ(report.patches.front().name, "one MIDI source, filters off");
+    EXPECT_FALSE(std::filesystem::exists(options.folder / "speed.png"));
+    options.only = "no such patch";
+    EXPECT_THROW(runSpeedJob(options, out, messages), RenderError);
 }
 
 }  // namespace
