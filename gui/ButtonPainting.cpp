@@ -56,7 +56,9 @@ void Button::PaintBackground(Canvas& canvas)
         return;
     const Point size = picture->GetLogicalSize();
     const Rect source = Rect::At({}, size);
-    const int alpha = BackgroundOpacity.value();
+    // Where nothing stands on it, it is itself what the button shows.
+    const bool alone = !Overlay() && (!label || label->String.value().empty());
+    const int alpha = alone ? ShownAlpha(BackgroundOpacity.value()) : BackgroundOpacity.value();
     switch (Background.value()) {
     case BackgroundStyle::Stretched:
         canvas.DrawBitmapStretched(*picture, clientRect, source, Corner.value(), alpha);

@@ -224,4 +224,35 @@ TEST_F(ButtonTest, AValueButtonGivesACrossDragToItsParent)
     EXPECT_EQ(listener.OpenGestures(), 0);
 }
 
+TEST_F(ButtonTest, OfADisabledButtonWhatStandsOnItIsFaintOrElseItsPlate)
+{
+    const auto filled = [this](float width, float height, Color color) {
+        auto bitmap = std::make_unique<Bitmap>(ui->Backing());
+        bitmap->SetSize(width, height);
+        bitmap->FillRect({0, 0, width, height}, color);
+        return bitmap;
+    };
+    const auto plate = filled(40, 20, Color::White());
+    const auto mark = filled(8, 8, Color::Black());
+    Button::Style style{*ui};
+    style.pictures.normal = plate.get();
+    Control ground(*ui, &root());
+    ground.SetBounds(0, 0, 200, 100);
+    ground.BackgroundColor.assign(Color::Black());
+    const auto button = make();
+    button->SetStyle(style);
+    struct Row {
+        bool enabled, marked;
+        int onPlate, onMark;
+    };
+    for (const Row& row : {Row{true, false, 255, 255}, Row{false, false, 102, 102}, Row{true, true, 255, 0},
+                           Row{false, true, 255, 153}}) {
+        button->Enabled.assign(row.enabled);
+        button->SetOverlay(row.marked ? mark.get() : nullptr);
+        ui->Paint();
+        EXPECT_NEAR(ui->Picture().GetPixel({45, 20}).r, row.onPlate, 2) << row.enabled << row.marked;
+        EXPECT_NEAR(ui->Picture().GetPixel({14, 20}).r, row.onMark, 2) << row.enabled << row.marked;
+    }
+}
+
 }  // namespace gui
