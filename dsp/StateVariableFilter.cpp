@@ -16,7 +16,7 @@ StateVariableFilter::StateVariableFilter(wave::Environment& owner, const StateVa
       tables(sharedTables),
       clipTable(&ownClipTable.table()),
       segments(static_cast<std::size_t>(owner.maxBlockSize()), Coefficients{}),
-      interleaved(lanes * owner.maxBlockSize())
+      interleaved(lanes * ((owner.maxBlockSize() + 7) / 8 * 8))
 {
     forgetSettings();
     owner.shareMemory(interleaved);

@@ -43,7 +43,7 @@ struct StateVariableKernel {
         int stages;                 // 1, 2 or 4
         Mix mix;
         Clipper clipper;
-        const float* inputs[lanes];  // these and the next with room for a multiple of four samples, aligned
+        const float* inputs[lanes];  // these and the next with room for a multiple of eight samples, aligned
         float* outputs[lanes];
         float* scratch;  // four lanes of the same
         States* states;

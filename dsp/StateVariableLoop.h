@@ -37,35 +37,34 @@ public:
 private:
     using Coefficients = StateVariableKernel::Coefficients;
 
+    // Eight samples at a time: the first four in the lower half, the next ones in the upper.
+
     static void interleave(const Job& job, int count) noexcept REALTIME
     {
-        for (int i = 0; i < count; i += Float4::width) {
-            Float4 a = Float4::load(job.inputs[0] + i);
-            Float4 b = Float4::load(job.inputs[1] + i);
-            Float4 c = Float4::load(job.inputs[2] + i);
-            Float4 d = Float4::load(job.inputs[3] + i);
-            transpose(a, b, c, d);
-            float* out = job.scratch + lanes * i;
-            a.store(out);
-            b.store(out + 4);
-            c.store(out + 8);
-            d.store(out + 12);
+        for (int i = 0; i < count; i += Float8::width) {
+            Float8 rows[lanes];
+            for (int lane = 0; lane < lanes; ++lane)
+                rows[lane] = Float8::load(job.inputs[lane] + i);
+            transpose(rows[0], rows[1], rows[2], rows[3]);
+            float* const out = job.scratch + lanes * i;
+            for (int sample = 0; sample < lanes; ++sample) {
+                rows[sample].lower().store(out + lanes * sample);
+                rows[sample].upper().store(out + lanes * (sample + lanes));
+            }
         }
     }
 
     static void deinterleave(const Job& job, int count) noexcept REALTIME
     {
-        for (int i = 0; i < count; i += Float4::width) {
-            const float* in = job.scratch + lanes * i;
-            Float4 a = Float4::load(in);
-            Float4 b = Float4::load(in + 4);
-            Float4 c = Float4::load(in + 8);
-            Float4 d = Float4::load(in + 12);
-            transpose(a, b, c, d);
-            a.store(job.outputs[0] + i);
-            b.store(job.outputs[1] + i);
-            c.store(job.outputs[2] + i);
-            d.store(job.outputs[3] + i);
+        for (int i = 0; i < count; i += Float8::width) {
+            const float* const in = job.scratch + lanes * i;
+            Float8 columns[lanes];
+            for (int sample = 0; sample < lanes; ++sample)
+                columns[sample] =
+                    Float8(Float4::load(in + lanes * sample), Float4::load(in + lanes * (sample + lanes)));
+            transpose(columns[0], columns[1], columns[2], columns[3]);
+            for (int lane = 0; lane < lanes; ++lane)
+                columns[lane].store(job.outputs[lane] + i);
         }
     }
 

@@ -10,7 +10,7 @@
 inline namespace SORDELIN_VECTOR_VARIANT {
 
 /// Two Float4 side by side, in one register where there are such. Integers that go with it are aligned to 32
-/// bytes.
+/// bytes, floats to 16.
 class Float8 {
 public:
     static constexpr int width = 8;
@@ -21,6 +21,9 @@ public:
     Float8(Float4 low, Float4 high) noexcept
         : v(simde_mm256_insertf128_ps(simde_mm256_castps128_ps256(low.v), high.v, 1))
     {}
+    /// Eight floats that follow one another.
+    static Float8 load(const float* from) noexcept REALTIME { return simde_mm256_loadu_ps(from); }
+    void store(float* to) const noexcept REALTIME { simde_mm256_storeu_ps(to, v); }
     Float4 lower() const noexcept REALTIME { return simde_mm256_castps256_ps128(v); }
     Float4 upper() const noexcept REALTIME { return simde_mm256_extractf128_ps(v, 1); }
     friend Float8 operator+(Float8 a, Float8 b) noexcept REALTIME { return simde_mm256_add_ps(a.v, b.v); }
@@ -60,6 +63,18 @@ public:
         simde_mm256_store_si256(reinterpret_cast<simde__m256i*>(indices), simde_mm256_cvttps_epi32(floor));
         return floor;
     }
+    /// Turns four rows into four columns, in each half for itself.
+    friend void transpose(Float8& a, Float8& b, Float8& c, Float8& d) noexcept REALTIME
+    {
+        const simde__m256 ab = simde_mm256_unpacklo_ps(a.v, b.v);
+        const simde__m256 abBehind = simde_mm256_unpackhi_ps(a.v, b.v);
+        const simde__m256 cd = simde_mm256_unpacklo_ps(c.v, d.v);
+        const simde__m256 cdBehind = simde_mm256_unpackhi_ps(c.v, d.v);
+        a.v = simde_mm256_shuffle_ps(ab, cd, SIMDE_MM_SHUFFLE(1, 0, 1, 0));
+        b.v = simde_mm256_shuffle_ps(ab, cd, SIMDE_MM_SHUFFLE(3, 2, 3, 2));
+        c.v = simde_mm256_shuffle_ps(abBehind, cdBehind, SIMDE_MM_SHUFFLE(1, 0, 1, 0));
+        d.v = simde_mm256_shuffle_ps(abBehind, cdBehind, SIMDE_MM_SHUFFLE(3, 2, 3, 2));
+    }
 
 private:
     /// Two pairs of each half.
@@ -74,6 +89,15 @@ private:
     Float8() noexcept = default;
     Float8(float x) noexcept : low(x), high(x) {}
     Float8(Float4 lowerHalf, Float4 upperHalf) noexcept : low(lowerHalf), high(upperHalf) {}
+    static Float8 load(const float* from) noexcept REALTIME
+    {
+        return {Float4::load(from), Float4::load(from + Float4::width)};
+    }
+    void store(float* to) const noexcept REALTIME
+    {
+        low.store(to);
+        high.store(to + Float4::width);
+    }
     Float4 lower() const noexcept REALTIME { return low; }
     Float4 upper() const noexcept REALTIME { return high; }
     friend Float8 operator+(const Float8& a, const Float8& b) noexcept REALTIME
@@ -113,6 +137,11 @@ private:
     friend Float8 floorTo(const Float8& a, int* indices) noexcept REALTIME
     {
         return {floorTo(a.low, indices), floorTo(a.high, indices + Float4::width)};
+    }
+    friend void transpose(Float8& a, Float8& b, Float8& c, Float8& d) noexcept REALTIME
+    {
+        transpose(a.low, b.low, c.low, d.low);
+        transpose(a.high, b.high, c.high, d.high);
     }
 
 private:

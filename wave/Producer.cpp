@@ -2,11 +2,10 @@
 
 namespace wave {
 
-Producer::Producer(Environment& owner, OwnBlock ownBlockKind)
-    : env(owner),
-      own(ownBlockKind == OwnBlock::None ? nullptr : std::make_unique<Block>(owner)),
-      current(&owner.silentBlock())
+Producer::Producer(Environment& owner, OwnBlock ownBlockKind) : env(owner), current(&owner.silentBlock())
 {
+    if (ownBlockKind != OwnBlock::None)
+        own.emplace(owner);
     env.componentAdded(*this);
     if (ownBlockKind == OwnBlock::Passing)
         env.shareMemory(*own);
@@ -58,8 +57,6 @@ void Producer::noteOn(MemoryTrail& trail) const noexcept
 {
     constexpr std::size_t nearMembers = 192;  // bytes; those of most components
     trail.note(this, nearMembers);
-    if (own)
-        trail.note(own.get(), sizeof(Block));
     trail.note(current, sizeof(Block));
     trail.note(current->data(), sizeof(float));
 }

@@ -2,7 +2,7 @@
 
 #include "wave/Environment.h"
 
-#include <memory>
+#include <optional>
 
 namespace wave {
 
@@ -77,21 +77,22 @@ private:
     friend class Environment;
     void compute(int count, int flags) noexcept REALTIME
     {
-        current = own.get();
-        generate(own.get(), count, flags);
+        Block* const block = own ? &*own : nullptr;
+        current = block;
+        generate(block, count, flags);
         generation = env.generationNumber();
     }
     void noteOn(MemoryTrail& trail) const noexcept REALTIME;
     void runScheduled(int count) noexcept REALTIME;
 
     Environment& env;
-    std::unique_ptr<Block> own;
+    std::uint32_t generation = 0;  // of `current`
     int order = 0;
+    Block* current;
+    std::optional<Block> own;  // in here, as each piece of memory elsewhere is one more to wait for
     bool enabled = true;
     bool scheduled = false;
     bool resettable = false;
-    std::uint32_t generation = 0;  // of `current`
-    Block* current;
 };
 
 /// The consuming side of a component: its one input.
