@@ -18,15 +18,21 @@ std::string contentsOf(const std::filesystem::path& file)
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-/// Times are no test on a machine that others use: only that all was measured, and what no load changes.
-TEST(SpeedJob, MeasuresEverythingAndWritesATableAndAChart)
+SpeedOptions glanceInto(const TemporaryFolder& folder)
 {
-    const TemporaryFolder folder;
     SpeedOptions options;
     options.folder = folder / "bench";
     options.plugin = SORDELIN_MODULE;
     options.quick = true;
     options.quiet = true;
+    return options;
+}
+
+/// Times are no test on a machine that others use: only that all was measured, and what no load changes.
+TEST(SpeedJob, MeasuresEverythingAndWritesATableAndAChart)
+{
+    const TemporaryFolder folder;
+    const SpeedOptions options = glanceInto(folder);
     std::ostringstream out, messages;
     const SpeedReport report = runSpeedJob(options, out, messages);
 
@@ -55,11 +61,7 @@ TEST(SpeedJob, MeasuresEverythingAndWritesATableAndAChart)
 TEST(SpeedJob, PlaysOnlyThePatchesAskedFor)
 {
     const TemporaryFolder folder;
-    SpeedOptions options;
-    options.folder = folder / "bench";
-    options.plugin = SORDELIN_MODULE;
-    options.quick = true;
-    options.quiet = true;
+    SpeedOptions options = glanceInto(folder);
     options.only = "MIDI source";
     std::ostringstream out, messages;
     const SpeedReport report = runSpeedJob(options, out, messages);
