@@ -1,10 +1,31 @@
 #include "wave/AlignedBuffer.h"
 
+#include "wave/EngineMemory.h"
+
 #include <algorithm>
 #include <cstring>
 #include <new>
 
 namespace wave {
+
+namespace {
+
+std::size_t bytesFor(int length)
+{
+    constexpr std::size_t line = AlignedBuffer::alignment;
+    return (static_cast<std::size_t>(length) * sizeof(float) + line - 1) / line * line;
+}
+
+float* take(std::size_t bytes)
+{
+    static_assert(AlignedBuffer::alignment <= EngineMemory::alignment);
+    if (bytes <= EngineMemory::largest)
+        return static_cast<float*>(EngineMemory::take(bytes));
+    return static_cast<float*>(
+        ::operator new(bytes, std::align_val_t(AlignedBuffer::alignment), std::nothrow));
+}
+
+}  // namespace
 
 void AlignedBuffer::resize(int newLength)
 {
@@ -14,9 +35,8 @@ void AlignedBuffer::resize(int newLength)
         release();
         return;
     }
-    const std::size_t bytes =
-        (static_cast<std::size_t>(newLength) * sizeof(float) + alignment - 1) & ~(alignment - 1);
-    auto* fresh = static_cast<float*>(::operator new(bytes, std::align_val_t(alignment), std::nothrow));
+    const std::size_t bytes = bytesFor(newLength);
+    float* const fresh = take(bytes);
     const int kept = fresh ? std::min(length, newLength) : 0;
     if (fresh) {
         std::memset(fresh, 0, bytes);
@@ -30,7 +50,10 @@ void AlignedBuffer::resize(int newLength)
 
 void AlignedBuffer::release()
 {
-    ::operator delete(samples, std::align_val_t(alignment));
+    if (bytesFor(length) <= EngineMemory::largest)
+        EngineMemory::giveBack(samples);
+    else
+        ::operator delete(samples, std::align_val_t(alignment));
     samples = nullptr;
     length = 0;
 }

@@ -13,6 +13,10 @@ public:
     Component(const Component&) = delete;
     Component& operator=(const Component&) = delete;
     virtual ~Component() = default;
+
+    /// In the engines' own memory. Thread: not audio.
+    static void* operator new(std::size_t bytes);
+    static void operator delete(void* place, std::size_t bytes) noexcept;
 };
 
 /// A component with one output signal. Whoever reads the signal pulls it; it is computed at most once in a
