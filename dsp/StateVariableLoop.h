@@ -329,13 +329,16 @@ private:
                 return Float8(Float4::load(samples + lanes * t), Float4::load(samples + lanes * (t - lag))) *
                        gain;
         }
+        /// The same where there is no such sample, before the first ones and behind the last.
         Vector edgeInput(const float* samples, int length, int t) const noexcept REALTIME
         {
-            const Float4 sample = t < length ? Float4::load(samples + lanes * t) : Float4();
+            const auto sample = [&](int i) {
+                return i >= 0 && i < length ? Float4::load(samples + lanes * i) : Float4();
+            };
             if constexpr (filters == 1)
-                return sample * gain;
+                return sample(t) * gain;
             else
-                return Float8(sample, t >= lag ? Float4::load(samples + lanes * (t - lag)) : Float4()) * gain;
+                return Float8(sample(t), sample(t - lag)) * gain;
         }
         static Vector step(Stage<Vector>& stage, const Vector& x, int s, const Chain& chain) noexcept REALTIME
         {

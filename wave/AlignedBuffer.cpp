@@ -13,16 +13,8 @@ namespace {
 std::size_t bytesFor(int length)
 {
     constexpr std::size_t line = AlignedBuffer::alignment;
+    static_assert(line <= EngineMemory::alignment);
     return (static_cast<std::size_t>(length) * sizeof(float) + line - 1) / line * line;
-}
-
-float* take(std::size_t bytes)
-{
-    static_assert(AlignedBuffer::alignment <= EngineMemory::alignment);
-    if (bytes <= EngineMemory::largest)
-        return static_cast<float*>(EngineMemory::take(bytes));
-    return static_cast<float*>(
-        ::operator new(bytes, std::align_val_t(AlignedBuffer::alignment), std::nothrow));
 }
 
 }  // namespace
@@ -36,7 +28,7 @@ void AlignedBuffer::resize(int newLength)
         return;
     }
     const std::size_t bytes = bytesFor(newLength);
-    float* const fresh = take(bytes);
+    auto* const fresh = static_cast<float*>(EngineMemory::take(bytes));
     const int kept = fresh ? std::min(length, newLength) : 0;
     if (fresh) {
         std::memset(fresh, 0, bytes);
@@ -50,10 +42,7 @@ void AlignedBuffer::resize(int newLength)
 
 void AlignedBuffer::release()
 {
-    if (bytesFor(length) <= EngineMemory::largest)
-        EngineMemory::giveBack(samples);
-    else
-        ::operator delete(samples, std::align_val_t(alignment));
+    EngineMemory::giveBack(samples, bytesFor(length));
     samples = nullptr;
     length = 0;
 }

@@ -9,20 +9,14 @@
 
 namespace wave {
 
-#if defined(SORDELIN_SANITIZED)
-
-// Each piece by itself, so that the sanitizers see where one ends and whether it is still there.
-
-void* EngineMemory::take(std::size_t bytes) noexcept
-{
-    return ::operator new(bytes, std::align_val_t(alignment), std::nothrow);
-}
-
-void EngineMemory::giveBack(void* place) noexcept { ::operator delete(place, std::align_val_t(alignment)); }
-
-#else
-
 namespace {
+
+#if defined(SORDELIN_SANITIZED)
+// Each piece by itself, so that the sanitizers see where one ends and whether it is still there.
+constexpr std::size_t largestShared = 0;
+#else
+constexpr std::size_t largestShared = EngineMemory::largest;
+#endif
 
 /// Filled from its start on; what is given back is free once all of it is. Engines come and go as a whole.
 struct Chunk {
@@ -55,9 +49,9 @@ Chunk* makeChunk() noexcept
 
 void* EngineMemory::take(std::size_t bytes) noexcept
 {
+    if (bytes > largestShared)
+        return ::operator new(bytes, std::align_val_t(alignment), std::nothrow);
     const std::size_t rounded = (bytes + alignment - 1) / alignment * alignment;
-    if (rounded > Chunk::size - alignment)
-        return nullptr;
     const std::lock_guard guard(lock);
     if (!current || current->used + rounded > Chunk::size) {
         Chunk* const fresh = makeChunk();
@@ -71,10 +65,14 @@ void* EngineMemory::take(std::size_t bytes) noexcept
     return place;
 }
 
-void EngineMemory::giveBack(void* place) noexcept
+void EngineMemory::giveBack(void* place, std::size_t bytes) noexcept
 {
     if (!place)
         return;
+    if (bytes > largestShared) {
+        ::operator delete(place, std::align_val_t(alignment));
+        return;
+    }
     const std::lock_guard guard(lock);
     Chunk* const chunk = Chunk::of(place);
     if (--chunk->pieces > 0)
@@ -83,7 +81,5 @@ void EngineMemory::giveBack(void* place) noexcept
         current = nullptr;
     std::free(chunk);
 }
-
-#endif
 
 }  // namespace wave

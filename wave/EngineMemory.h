@@ -10,14 +10,14 @@ namespace wave {
 /// Thread: any but audio.
 class EngineMemory {
 public:
-    /// Nothing larger gains by lying here.
+    /// What is larger gains nothing by lying beside others, and lies elsewhere.
     static constexpr std::size_t largest = 65536;  // bytes
     static constexpr std::size_t alignment = 64;   // bytes, of all that is taken
 
     /// Null where there is no more memory. Not zero.
     static void* take(std::size_t bytes) noexcept;
-    /// @param place  what `take` returned, or null
-    static void giveBack(void* place) noexcept;
+    /// @param place  what `take` returned for as many bytes, or null
+    static void giveBack(void* place, std::size_t bytes) noexcept;
 };
 
 }  // namespace wave

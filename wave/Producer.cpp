@@ -8,18 +8,13 @@ namespace wave {
 
 void* Component::operator new(std::size_t bytes)
 {
-    if (bytes > EngineMemory::largest)
-        return ::operator new(bytes, std::align_val_t(EngineMemory::alignment));
     void* const place = EngineMemory::take(bytes);
     return place ? place : throw std::bad_alloc();
 }
 
 void Component::operator delete(void* place, std::size_t bytes) noexcept
 {
-    if (bytes > EngineMemory::largest)
-        ::operator delete(place, std::align_val_t(EngineMemory::alignment));
-    else
-        EngineMemory::giveBack(place);
+    EngineMemory::giveBack(place, bytes);
 }
 
 Producer::Producer(Environment& owner, OwnBlock ownBlockKind) : env(owner), current(&owner.silentBlock())

@@ -371,7 +371,7 @@ TEST(StateVariableFilter, GivesTheSameWhetherItRunsBesideTheOneBeforeItOrBehindI
         for (int round = 0; round < 2; ++round) {
             for (const FilterSlope first : slopes) {
                 for (const FilterSlope second : slopes) {
-                    block += 37;
+                    block = round == 0 ? 127 : block + 37;  // whole ones first, at the ends of the memory
                     const auto expected = play(inTurn, first, second);
                     EXPECT_EQ(play(atOnce, first, second), expected) << kernel->name << " " << block;
                     EXPECT_GT(signals::rms(expected, 0, 640), 1e-3);

@@ -40,12 +40,12 @@ bool useAtRandom(unsigned seed)
     bool good = true;
     const auto giveBack = [&](std::size_t i) {
         good = good && pieces[i].isWhole();
-        EngineMemory::giveBack(pieces[i].place);
+        EngineMemory::giveBack(pieces[i].place, pieces[i].bytes);
         pieces.erase(pieces.begin() + static_cast<std::ptrdiff_t>(i));
     };
     for (int turn = 0; turn < 3000; ++turn) {
         const bool large = random() % 16 == 0;
-        pieces.push_back(taken(1 + random() % (large ? EngineMemory::largest : 700),
+        pieces.push_back(taken(1 + random() % (large ? EngineMemory::largest + 100 : 700),
                                static_cast<unsigned char>(random())));
         good = good && reinterpret_cast<std::uintptr_t>(pieces.back().place) % EngineMemory::alignment == 0;
         if (random() % 5 < 2)
@@ -78,7 +78,7 @@ TEST(EngineMemory, KeepsPiecesApartWhoeverTakesThem)
         thread.join();
     for (const int one : good)
         EXPECT_EQ(one, 1);
-    EngineMemory::giveBack(nullptr);
+    EngineMemory::giveBack(nullptr, 1);
 }
 
 #if !defined(SORDELIN_SANITIZED)
@@ -94,7 +94,7 @@ TEST(EngineMemory, PutsWhatIsTakenTogetherSideBySideAndGoesWithTheLastPiece)
             beside += pieces[i].place == pieces[i - 1].place + 640 ? 1 : 0;
         EXPECT_GE(beside, 998);
         for (const Piece& piece : pieces)
-            EngineMemory::giveBack(piece.place);
+            EngineMemory::giveBack(piece.place, piece.bytes);
         if (engine == 20)
             before = residentBytes();
     }
